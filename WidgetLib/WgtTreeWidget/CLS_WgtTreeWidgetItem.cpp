@@ -1,0 +1,30 @@
+#include "CLS_WgtTreeWidgetItem.h"
+
+CLS_WgtTreeWidgetItem::CLS_WgtTreeWidgetItem(int _iType) : QObject(nullptr), QTreeWidgetItem(_iType) {}
+
+CLS_WgtTreeWidgetItem::~CLS_WgtTreeWidgetItem() = default;
+
+void CLS_WgtTreeWidgetItem::setData(int _iColumn, int _iRole, const QVariant& _varValue)
+{
+    if (_iColumn != 0 || _iRole != Qt::CheckStateRole) {
+        QTreeWidgetItem::setData(_iColumn, _iRole, _varValue);
+        return;
+    }
+
+    const QVariant varOld = data(0, Qt::CheckStateRole);
+    if (!varOld.isValid()) {
+        // No state yet: the very first state is set silently.
+        QTreeWidgetItem::setData(_iColumn, _iRole, _varValue);
+        return;
+    }
+
+    // For a row with children this is the state Qt derives from them.
+    const bool blSame = (QVariant(varOld.toInt()) == _varValue);
+    QTreeWidgetItem::setData(_iColumn, _iRole, _varValue); // children are set (and signal) in here
+    if (blSame)
+        return;
+
+    // Read again: Qt may derive something other than what was asked for.
+    const int iState = data(0, Qt::CheckStateRole).toInt();
+    emit SignCheckStateChanged(this, iState != Qt::Unchecked);
+}

@@ -1,0 +1,29 @@
+# Script run by CTest: install, configure the consumer, build it and run it.
+file(REMOVE_RECURSE ${WGT_WORK_DIR})
+set(prefix ${WGT_WORK_DIR}/prefix)
+
+function(run_step what)
+    execute_process(COMMAND ${ARGN} RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
+    if(NOT rc EQUAL 0)
+        message(FATAL_ERROR "${what} failed (${rc}):\n${out}\n${err}")
+    endif()
+    message(STATUS "${what}: ok")
+endfunction()
+
+run_step("install" ${WGT_CMAKE_COMMAND} --install ${WGT_BUILD_DIR} --prefix ${prefix})
+
+foreach(header WgtTreeWidget.h CLS_WgtBaseTreeWidget.h CLS_WgtTreeWidgetItem.h TreeStructDefine.h
+        DevStructDefine.h Util.h Logger.h CLS_DevManage.h I_AppSignals.h)
+    if(NOT EXISTS ${prefix}/include/WgtTreeWidget/${header})
+        message(FATAL_ERROR "installed header missing: include/WgtTreeWidget/${header}")
+    endif()
+endforeach()
+
+set(build_type ${WGT_BUILD_TYPE})
+if(NOT build_type)
+    set(build_type Release)
+endif()
+run_step("configure consumer" ${WGT_CMAKE_COMMAND} -S ${WGT_CONSUMER_SOURCE} -B ${WGT_WORK_DIR}/build
+    -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_TYPE=${build_type} -DCMAKE_CXX_COMPILER=${WGT_CXX_COMPILER})
+run_step("build consumer" ${WGT_CMAKE_COMMAND} --build ${WGT_WORK_DIR}/build)
+run_step("run consumer" ${WGT_WORK_DIR}/build/WgtConsumer)
