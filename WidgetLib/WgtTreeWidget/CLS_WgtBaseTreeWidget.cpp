@@ -1,12 +1,22 @@
 #include "CLS_WgtBaseTreeWidget.h"
 
+#include "CLS_WgtItemToolBar.h"
+#include "CLS_WgtToolBtnStack.h"
 #include "CLS_WgtTreeWidgetItem.h"
 
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFont>
 #include <QFontMetrics>
 #include <QHeaderView>
 #include <QIcon>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPixmap>
+#include <QPushButton>
 #include <QScrollBar>
+#include <QStackedWidget>
 
 #include <algorithm>
 
@@ -60,9 +70,23 @@ CLS_WgtBaseTreeWidget::CLS_WgtBaseTreeWidget(QWidget* parent, bool _blCheckEnabl
     setAutoScroll(false);
 
     setColumnCount(2);
+
+    connect(this, &QTreeWidget::itemClicked, this, &CLS_WgtBaseTreeWidget::SlotClicked);
+    connect(this, &QTreeWidget::itemDoubleClicked, this, &CLS_WgtBaseTreeWidget::SlotDblClicked);
+    connect(this, &QTreeWidget::currentItemChanged, this, &CLS_WgtBaseTreeWidget::SlotCurrentChanged);
 }
 
-CLS_WgtBaseTreeWidget::~CLS_WgtBaseTreeWidget() = default;
+CLS_WgtBaseTreeWidget::~CLS_WgtBaseTreeWidget()
+{
+    m_pHoverNode = nullptr;
+    FreeTakenNodes();
+}
+
+void CLS_WgtBaseTreeWidget::FreeTakenNodes()
+{
+    const QVector<QTreeWidgetItem*> qvecTaken = std::exchange(m_qvecTakenNodes, {});
+    qDeleteAll(qvecTaken); // each deletes its own descendants
+}
 
 int CLS_WgtBaseTreeWidget::Init(const QString& _qstrRootId, const QMap<QString, CLS_TreeItem>& _qmapItems,
                                 bool _blShowRoot)
@@ -74,6 +98,7 @@ int CLS_WgtBaseTreeWidget::Init(const QString& _qstrRootId, const QMap<QString, 
     QTreeWidget::clear();
     m_qmapNodes.clear();
     m_pHoverNode = nullptr;
+    FreeTakenNodes();
 
     // Parent id -> children. The insertion place, one ahead of the first sibling with a greater
     // number rather than directly before it, is kept as it always was; CreateTree sorts again, so
@@ -108,6 +133,7 @@ void CLS_WgtBaseTreeWidget::Clear()
     QTreeWidget::clear();
     m_qmapNodes.clear();
     m_pHoverNode = nullptr;
+    FreeTakenNodes();
 }
 
 int CLS_WgtBaseTreeWidget::CreateTree(QTreeWidgetItem* _pParent, const CLS_TreeItem& _clsItem,
@@ -135,6 +161,16 @@ int CLS_WgtBaseTreeWidget::CreateTreeOnPath(QTreeWidgetItem* _pParent, const CLS
         else
             _pParent->addChild(pNode);
         m_qmapNodes.insert(_clsItem.m_qstrId, pNode);
+
+        if (CLS_WgtItemToolBar* pToolBar = CreateItemButtons(_clsItem.m_qstrId, _clsItem.m_qvecButtons)) {
+            // No geometry here; AddItem differs in that, and the difference is kept.
+            auto* pStack = new CLS_WgtToolBtnStack(nullptr);
+            if (m_iBtnShowType != ITEM_BTN_SHOW_ALWAYS)
+                pStack->addWidget(new QWidget(nullptr));
+            pStack->addWidget(pToolBar);
+            setItemWidget(pNode, 1, pStack); // the view owns the stack from here
+            pStack->setCurrentIndex(0);
+        }
     }
 
     QVector<CLS_TreeItem> qvecChildren = _qmapChildren.value(_clsItem.m_qstrId);
@@ -380,4 +416,515 @@ void CLS_WgtBaseTreeWidget::SlotCheckStateChanged(QTreeWidgetItem* _pItem, bool 
     if (GetBindData(_pItem, clsItem) != 0)
         return;
     emit SignCheckedStatusChanged(clsItem.m_qstrId, _blChecked, clsItem);
+}
+
+// ---- tool bars -----------------------------------------------------------------------------------
+
+CLS_WgtItemToolBar* CLS_WgtBaseTreeWidget::CreateItemButtons(const QString& _qstrId,
+                                                             const QVector<CLS_ItemButton>& _qvecButtons)
+{
+    if (_qvecButtons.isEmpty())
+        return nullptr;
+    auto* pToolBar = new CLS_WgtItemToolBar(nullptr);
+    pToolBar->Init(_qvecButtons, _qstrId);
+    connect(pToolBar, &CLS_WgtItemToolBar::SignTriggered, this, &CLS_WgtBaseTreeWidget::SignClickButton);
+    return pToolBar;
+}
+
+// ---- editing -------------------------------------------------------------------------------------
+
+int CLS_WgtBaseTreeWidget::AddItem(CLS_TreeItem _clsTreeItem)
+{
+    if (GetNodeById(_clsTreeItem.m_qstrId) != nullptr)
+        return -1; // a duplicate never replaces anything
+    QTreeWidgetItem* pParent = GetNodeById(_clsTreeItem.m_qstrParentId);
+    if (pParent == nullptr)
+        return -1; // so no top-level row can be added
+    QTreeWidgetItem* pNode = CreateNode(_clsTreeItem);
+    if (pNode == nullptr)
+        return -1;
+    m_qmapNodes.insert(_clsTreeItem.m_qstrId, pNode);
+
+    // Behind every sibling of equal or lower number.
+    int iIndex = 0;
+    const int iCount = pParent->childCount();
+    for (; iIndex < iCount; ++iIndex) {
+        CLS_TreeItem clsSibling;
+        if (GetBindData(pParent->child(iIndex), clsSibling) != 0)
+            continue;
+        if (clsSibling.m_iSortNo > _clsTreeItem.m_iSortNo)
+            break;
+    }
+    pParent->insertChild(iIndex, pNode);
+
+    CLS_WgtItemToolBar* pToolBar = CreateItemButtons(_clsTreeItem.m_qstrId, _clsTreeItem.m_qvecButtons);
+    if (pToolBar == nullptr)
+        return 0;
+    auto* pStack = new CLS_WgtToolBtnStack(nullptr);
+    if (m_iBtnShowType != ITEM_BTN_SHOW_ALWAYS)
+        pStack->addWidget(new QWidget(nullptr));
+    pStack->addWidget(pToolBar);
+    pStack->setGeometry(0, 0, 50, 30); // only on this path; rows built by Init get no geometry
+    setItemWidget(pNode, 1, pStack);
+    pStack->setCurrentIndex(0);
+    return 0;
+}
+
+void CLS_WgtBaseTreeWidget::AddItems(QVector<CLS_TreeItem> _qvecTreeItems)
+{
+    for (const CLS_TreeItem& clsItem : qAsConst(_qvecTreeItems))
+        AddItem(clsItem);
+}
+
+void CLS_WgtBaseTreeWidget::DeleteItem(QString _qstrId)
+{
+    if (_qstrId.isEmpty())
+        return;
+    QTreeWidgetItem* pNode = GetNodeById(_qstrId);
+    if (pNode == nullptr)
+        return;
+
+    m_qmapNodes.remove(_qstrId);
+    QVector<QTreeWidgetItem*> qvecDescendants;
+    GetChildNode(pNode, qvecDescendants, true);
+    for (QTreeWidgetItem* pChild : qAsConst(qvecDescendants)) {
+        CLS_TreeItem clsItem;
+        if (GetBindData(pChild, clsItem) == 0)
+            m_qmapNodes.remove(clsItem.m_qstrId);
+    }
+
+    if (QTreeWidgetItem* pParent = pNode->parent()) {
+        pParent->removeChild(pNode);
+    } else {
+        for (int i = 0; i < topLevelItemCount(); ++i) {
+            if (topLevelItem(i) == pNode) {
+                takeTopLevelItem(i);
+                break;
+            }
+        }
+    }
+    // Taken out, not destroyed: see m_qvecTakenNodes.
+    if (pNode->treeWidget() == nullptr && pNode->parent() == nullptr)
+        m_qvecTakenNodes.append(pNode);
+}
+
+void CLS_WgtBaseTreeWidget::UpdateItem(CLS_TreeItem _clsItem)
+{
+    QTreeWidgetItem* pNode = GetNodeById(_clsItem.m_qstrId);
+    if (pNode == nullptr)
+        return;
+    // Overwrites the enabled flag too: a disabled row comes back enabled unless the record says no.
+    pNode->setFlags(Qt::ItemFlags(_clsItem.m_iItemFlags != 0 ? _clsItem.m_iItemFlags : m_iDefaultFlags));
+    pNode->setData(0, Qt::DisplayRole, ElidedText(_clsItem.m_qstrText, pNode));
+    pNode->setData(0, Qt::ToolTipRole, _clsItem.m_qstrTooltip);
+    pNode->setData(0, Qt::DecorationRole, QIcon(_clsItem.m_qstrIcon));
+    pNode->setData(0, CONST_iIdRole, _clsItem.m_qstrId);
+    pNode->setData(0, CONST_iRecordRole, QVariant::fromValue(_clsItem));
+    // Place, tool bar, check, hidden and expanded state stay as they are.
+}
+
+void CLS_WgtBaseTreeWidget::UpdateItemIcon(QString _qstrId, QString _qstrIcon)
+{
+    // The shown icon only: the bound record keeps its m_qstrIcon.
+    if (QTreeWidgetItem* pNode = GetNodeById(_qstrId))
+        pNode->setData(0, Qt::DecorationRole, QIcon(_qstrIcon));
+}
+
+void CLS_WgtBaseTreeWidget::SetItemDisabled(QString _qstrId, bool blState)
+{
+    if (_qstrId.isEmpty())
+        return;
+    if (!m_blCheckEnable)
+        return; // works in checkable trees only; kept
+    QTreeWidgetItem* pNode = GetNodeById(_qstrId);
+    if (pNode == nullptr)
+        return;
+    Qt::ItemFlags flags = pNode->flags();
+    if (blState)
+        flags &= ~Qt::ItemIsEnabled;
+    else
+        flags |= Qt::ItemIsEnabled;
+    pNode->setFlags(flags);
+}
+
+// ---- check state ---------------------------------------------------------------------------------
+
+void CLS_WgtBaseTreeWidget::SetItemCheckStatus(QString _qstrId, Qt::CheckState _iState, bool _blSend)
+{
+    if (_qstrId.isEmpty() || !m_blCheckEnable)
+        return;
+    QTreeWidgetItem* pNode = GetNodeById(_qstrId);
+    if (pNode == nullptr)
+        return;
+    if (!_blSend)
+        m_blSendChecked = false;
+    // Qt passes the state down inside this call, so the gate covers the children's signals too.
+    pNode->setData(0, Qt::CheckStateRole, static_cast<int>(_iState));
+    m_blSendChecked = true; // a plain flag, not a counter: calls do not nest
+}
+
+int CLS_WgtBaseTreeWidget::GetItemCheckStatus(const QString& _qstrId, Qt::CheckState& _iState)
+{
+    if (_qstrId.isEmpty())
+        return -1;
+    QTreeWidgetItem* pNode = GetNodeById(_qstrId);
+    if (pNode == nullptr)
+        return -1;
+    _iState = static_cast<Qt::CheckState>(pNode->data(0, Qt::CheckStateRole).toInt());
+    return 0;
+}
+
+int CLS_WgtBaseTreeWidget::GetCheckedItems(QVector<CLS_TreeItem>& _qvecItems, bool _blLeafOnly)
+{
+    if (!m_blCheckEnable)
+        return -1;
+    for (auto it = m_qmapNodes.cbegin(); it != m_qmapNodes.cend(); ++it) {
+        QTreeWidgetItem* pNode = it.value();
+        if (pNode == nullptr || !(pNode->flags() & Qt::ItemIsEnabled) || pNode->isHidden())
+            continue;
+        if (pNode->data(0, Qt::CheckStateRole).toInt() != Qt::Checked)
+            continue; // a partially checked parent is not listed
+        CLS_TreeItem clsItem;
+        if (GetBindData(pNode, clsItem) != 0)
+            continue;
+        if (_blLeafOnly && pNode->childCount() > 0)
+            continue;
+        _qvecItems.append(clsItem);
+    }
+    return 0;
+}
+
+int CLS_WgtBaseTreeWidget::GetCheckedNodes(QVector<CLS_TreeItem>& _qvecItems)
+{
+    return GetCheckedItems(_qvecItems, true);
+}
+
+// ---- interaction ---------------------------------------------------------------------------------
+
+void CLS_WgtBaseTreeWidget::SlotClicked(QTreeWidgetItem* _pItem, int _iColumn)
+{
+    Q_UNUSED(_iColumn)
+    if (_pItem == nullptr)
+        return;
+    CLS_TreeItem clsItem;
+    if (GetBindData(_pItem, clsItem) == 0)
+        emit SignClicked(clsItem.m_qstrId, clsItem); // also for a disabled row that Qt reports
+}
+
+void CLS_WgtBaseTreeWidget::SlotDblClicked(QTreeWidgetItem* _pItem, int _iColumn)
+{
+    Q_UNUSED(_iColumn)
+    if (_pItem == nullptr)
+        return;
+    CLS_TreeItem clsItem;
+    GetBindData(_pItem, clsItem);
+    QTreeWidgetItem* pIndexed = m_qmapNodes.value(clsItem.m_qstrId, nullptr);
+    if (pIndexed != nullptr && (pIndexed->flags() & Qt::ItemIsEnabled))
+        emit SignDblClicked(clsItem.m_qstrId, clsItem);
+}
+
+void CLS_WgtBaseTreeWidget::SlotCurrentChanged(QTreeWidgetItem* _pCurrent, QTreeWidgetItem* _pPrevious)
+{
+    if (_pCurrent == nullptr || !m_blSendSelected)
+        return;
+    CLS_TreeItem clsItem;
+    if (GetBindData(_pCurrent, clsItem) != 0)
+        return;
+    QString qstrOldId;
+    CLS_TreeItem clsPrevious;
+    if (_pPrevious != nullptr && GetBindData(_pPrevious, clsPrevious) == 0)
+        qstrOldId = clsPrevious.m_qstrId;
+    emit SignSelected(clsItem.m_qstrId, clsItem, qstrOldId);
+}
+
+void CLS_WgtBaseTreeWidget::SlotClickButton(QString _qstrId, CLS_ItemButton _clsBtn)
+{
+    emit SignClickButton(_qstrId, _clsBtn);
+}
+
+void CLS_WgtBaseTreeWidget::SetCurrentItem(QString _qstrId, bool _blSend)
+{
+    if (_qstrId.isEmpty())
+        return;
+    QTreeWidgetItem* pNode = GetNodeById(_qstrId);
+    if (pNode == nullptr)
+        return;
+    if (!_blSend)
+        m_blSendSelected = false;
+    scrollToItem(pNode, QAbstractItemView::EnsureVisible); // auto scroll is off
+    setCurrentItem(pNode);
+    m_blSendSelected = true;
+}
+
+void CLS_WgtBaseTreeWidget::mousePressEvent(QMouseEvent* _pEvent)
+{
+    if (_pEvent == nullptr)
+        return;
+    QTreeWidgetItem* pNode = itemAt(_pEvent->localPos().toPoint());
+    if (pNode != nullptr) {
+        if (_pEvent->button() == Qt::LeftButton) {
+            if (m_blDragEnable) {
+                // Still the row that was current before this press; only a leaf is recorded.
+                QTreeWidgetItem* pCurrent = currentItem();
+                if (pCurrent != nullptr && pCurrent->childCount() == 0)
+                    GetBindData(pCurrent, m_clsDragItem);
+            }
+        } else if (_pEvent->button() == Qt::RightButton && m_blRightClickEnable) {
+            CLS_TreeItem clsItem;
+            if (GetBindData(pNode, clsItem) == 0) {
+                // Selection first, so that right-click listeners find the row current.
+                SetCurrentItem(clsItem.m_qstrId, true);
+                emit SignRightClicked(clsItem.m_qstrId, clsItem);
+            }
+        }
+    }
+    QTreeView::mousePressEvent(_pEvent);
+}
+
+void CLS_WgtBaseTreeWidget::mouseReleaseEvent(QMouseEvent* _pEvent)
+{
+    m_blDragging = false;
+    QTreeView::mouseReleaseEvent(_pEvent);
+}
+
+namespace {
+// The column-1 stack of a row, if it has two pages (blank and tool bar).
+QStackedWidget* TwoPageStack(QTreeWidget* _pTree, QTreeWidgetItem* _pNode)
+{
+    auto* pStack = qobject_cast<QStackedWidget*>(_pTree->itemWidget(_pNode, 1));
+    return (pStack != nullptr && pStack->count() > 1) ? pStack : nullptr;
+}
+} // namespace
+
+void CLS_WgtBaseTreeWidget::mouseMoveEvent(QMouseEvent* _pEvent)
+{
+    if (_pEvent == nullptr)
+        return;
+    if (m_iBtnShowType == ITEM_BTN_SHOW_HOVER && !(m_blDragEnable && m_blDragging)) {
+        QTreeWidgetItem* pNode = itemAt(_pEvent->localPos().toPoint());
+        if (pNode != m_pHoverNode) {
+            if (m_pHoverNode != nullptr) {
+                if (QStackedWidget* pStack = TwoPageStack(this, m_pHoverNode))
+                    pStack->setCurrentIndex(0);
+            }
+            m_pHoverNode = pNode;
+            if (pNode != nullptr) {
+                if (QStackedWidget* pStack = TwoPageStack(this, pNode))
+                    pStack->setCurrentIndex(1);
+            }
+        }
+    }
+    QTreeView::mouseMoveEvent(_pEvent);
+}
+
+void CLS_WgtBaseTreeWidget::leaveEvent(QEvent* _pEvent)
+{
+    if (m_pHoverNode != nullptr && m_iBtnShowType != ITEM_BTN_SHOW_ALWAYS) {
+        if (QStackedWidget* pStack = TwoPageStack(this, m_pHoverNode))
+            pStack->setCurrentIndex(0);
+    }
+    // m_pHoverNode stays: coming back onto the same row does not bring its tool bar back.
+    QWidget::leaveEvent(_pEvent);
+}
+
+// ---- drag and drop -------------------------------------------------------------------------------
+
+void CLS_WgtBaseTreeWidget::startDrag(Qt::DropActions _supportedActions)
+{
+    Q_UNUSED(_supportedActions) // always a move
+    QTreeWidgetItem* pNode = currentItem();
+    if (pNode == nullptr || !(pNode->flags() & Qt::ItemIsEnabled))
+        return;
+
+    // Only meaningful inside this tree: the row's address, which nothing reads back.
+    auto* pMimeData = new QMimeData();
+    pMimeData->setData("application/x-qabstractitemmodeldatalist",
+                       QVariant(QString::number(reinterpret_cast<quintptr>(pNode))).toByteArray());
+
+    // The picture comes from a button the style sheet can address as "dragBgBtn".
+    m_pDragBgBtn = std::make_unique<QPushButton>(nullptr);
+    m_pDragBgBtn->setObjectName("dragBgBtn");
+    m_pDragBgBtn->setIcon(pNode->data(0, Qt::DecorationRole).value<QIcon>());
+    m_pDragBgBtn->setText(pNode->data(0, Qt::DisplayRole).toString());
+    QPixmap pixmap;
+    pixmap = m_pDragBgBtn->grab(QRect(0, 0, -1, -1)); // the whole button at its own size
+
+    auto* pDrag = new QDrag(this);
+    pDrag->setMimeData(pMimeData);
+    pDrag->setPixmap(pixmap);
+    pDrag->setHotSpot(QPoint(0, 0));
+    pDrag->exec(Qt::MoveAction); // blocks in a nested loop until drop or cancel
+}
+
+void CLS_WgtBaseTreeWidget::dragEnterEvent(QDragEnterEvent* _pEvent)
+{
+    if (_pEvent == nullptr)
+        return;
+    if (m_blDragEnable) {
+        _pEvent->setDropAction(Qt::MoveAction);
+        _pEvent->accept();
+        m_blDragging = true;
+    }
+    QAbstractItemView::dragEnterEvent(_pEvent);
+}
+
+void CLS_WgtBaseTreeWidget::dropEvent(QDropEvent* _pEvent)
+{
+    if (_pEvent == nullptr)
+        return;
+    if (!m_blDragEnable) {
+        QTreeWidget::dropEvent(_pEvent);
+        return;
+    }
+
+    auto veto = [this, _pEvent]() {
+        // m_blDragging stays set: the hover switch sleeps until the next release.
+        _pEvent->setDropAction(Qt::IgnoreAction);
+        _pEvent->ignore();
+        QTreeWidget::dropEvent(_pEvent);
+    };
+
+    QTreeWidgetItem* pTarget = itemAt(_pEvent->posF().toPoint());
+    if (pTarget == nullptr || !(pTarget->flags() & Qt::ItemIsEnabled)) {
+        veto();
+        return;
+    }
+    CLS_TreeItem clsTarget;
+    GetBindData(pTarget, clsTarget); // a row without a record gives the default one
+    if (clsTarget.m_qstrId == m_clsDragItem.m_qstrId) {
+        veto();
+        return;
+    }
+    emit SignDroped(clsTarget); // the row has not moved yet
+    m_blDragging = false;
+    QTreeWidget::dropEvent(_pEvent);
+}
+
+// ---- locate and reorder --------------------------------------------------------------------------
+
+int CLS_WgtBaseTreeWidget::GetNodeByName(const QString& _qstrName,
+                                         QMap<QString, QTreeWidgetItem*>& _qmapNodes)
+{
+    if (_qstrName.isEmpty())
+        return -1;
+    for (auto it = m_qmapNodes.cbegin(); it != m_qmapNodes.cend(); ++it) {
+        if (it.value() == nullptr)
+            continue;
+        CLS_TreeItem clsItem;
+        if (GetBindData(it.value(), clsItem) != 0)
+            continue;
+        if (clsItem.m_qstrText.indexOf(_qstrName, 0, Qt::CaseInsensitive) >= 0)
+            _qmapNodes.insert(clsItem.m_qstrId, it.value());
+    }
+    return 0;
+}
+
+void CLS_WgtBaseTreeWidget::ApplyKeepList(const QSet<QString>& _qsetKeep)
+{
+    // Kept rows are shown and expanded, all others hidden; nothing is removed.
+    for (auto it = m_qmapNodes.cbegin(); it != m_qmapNodes.cend(); ++it) {
+        QTreeWidgetItem* pNode = it.value();
+        if (pNode == nullptr)
+            continue;
+        if (_qsetKeep.contains(it.key())) {
+            pNode->setHidden(false);
+            pNode->setExpanded(true);
+        } else {
+            pNode->setHidden(true);
+        }
+    }
+}
+
+void CLS_WgtBaseTreeWidget::SetShowItemById(QString _qstrId)
+{
+    if (_qstrId.isEmpty())
+        return;
+    QTreeWidgetItem* pNode = GetNodeById(_qstrId);
+    if (pNode == nullptr)
+        return;
+    QMap<QString, QTreeWidgetItem*> qmapParents;
+    GetParentNode(pNode, qmapParents); // a top-level row simply has no ancestors
+    QSet<QString> qsetKeep(qmapParents.keyBegin(), qmapParents.keyEnd());
+    qsetKeep.insert(_qstrId);
+    ApplyKeepList(qsetKeep);
+}
+
+void CLS_WgtBaseTreeWidget::SetShowItemByName(QString _qstrName)
+{
+    if (_qstrName.isEmpty())
+        return; // does not show everything again
+    QMap<QString, QTreeWidgetItem*> qmapFound;
+    GetNodeByName(_qstrName, qmapFound);
+    // A set instead of a list searched per row, and every ancestor chain walked once: the same
+    // rows are kept as with one parent walk per match, without the quadratic cost.
+    QSet<QString> qsetKeep(qmapFound.keyBegin(), qmapFound.keyEnd());
+    QSet<QTreeWidgetItem*> qsetWalked;
+    for (auto it = qmapFound.cbegin(); it != qmapFound.cend(); ++it) {
+        for (QTreeWidgetItem* pParent = it.value()->parent(); pParent != nullptr;
+             pParent = pParent->parent()) {
+            if (qsetWalked.contains(pParent))
+                break; // the rest of this chain is in the set already
+            CLS_TreeItem clsParent;
+            if (GetBindData(pParent, clsParent) != 0)
+                break; // an unreadable parent ends the chain, as in GetParentNode
+            qsetWalked.insert(pParent);
+            qsetKeep.insert(clsParent.m_qstrId);
+        }
+    }
+    ApplyKeepList(qsetKeep); // no match: every row is hidden
+}
+
+int CLS_WgtBaseTreeWidget::MoveUpOneRow(QString _qstrSrcId, QString _qstrDesId)
+{
+    return MoveOneRow(_qstrSrcId, _qstrDesId, true);
+}
+
+int CLS_WgtBaseTreeWidget::MoveDownOneRow(QString _qstrSrcId, QString _qstrDesId)
+{
+    return MoveOneRow(_qstrSrcId, _qstrDesId, false);
+}
+
+int CLS_WgtBaseTreeWidget::MoveOneRow(const QString& _qstrSrcId, const QString& _qstrDesId, bool _blUp)
+{
+    QTreeWidgetItem* pSrc = GetNodeById(_qstrSrcId);
+    if (pSrc == nullptr)
+        return -1;
+    CLS_TreeItem clsSrc;
+    GetBindData(pSrc, clsSrc);
+    QTreeWidgetItem* pDes = GetNodeById(_qstrDesId);
+    if (pDes == nullptr)
+        return -1;
+    CLS_TreeItem clsDes;
+    GetBindData(pDes, clsDes);
+
+    QTreeWidgetItem* pParent = pSrc->parent();
+    if (pParent == nullptr)
+        return -1; // top-level rows cannot be moved
+    const int iCount = pParent->childCount();
+    const int iSrc = pParent->indexOfChild(pSrc);
+    if (iCount == 0 || iSrc < 0)
+        return -1;
+    const bool blInLimit = _blUp ? (iSrc > 0 && iSrc < iCount) : (iSrc >= 0 && iSrc < iCount - 1);
+    if (!blInLimit)
+        return -1;
+    const int iDes = pParent->indexOfChild(pDes);
+    if (iDes < 0)
+        return -1; // the two must be siblings, nothing more
+
+    std::swap(clsSrc.m_iSortNo, clsDes.m_iSortNo);
+    pSrc->setData(0, CONST_iRecordRole, QVariant::fromValue(clsSrc));
+    pDes->setData(0, CONST_iRecordRole, QVariant::fromValue(clsDes));
+
+    // All children go out and come back, not only the two.
+    QList<QTreeWidgetItem*> qlstChildren;
+    for (int i = 0; i < iCount; ++i)
+        qlstChildren.append(pParent->child(i));
+    pParent->takeChildren();
+    qlstChildren[iSrc] = pDes;
+    qlstChildren[iDes] = pSrc;
+    pParent->addChildren(qlstChildren);
+
+    scrollToItem(pSrc, QAbstractItemView::EnsureVisible);
+    setCurrentItem(pSrc);
+    return 0;
 }

@@ -8,8 +8,14 @@
 #include <QMap>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 #include <QTreeWidget>
 #include <QVector>
+
+#include <memory>
+
+class CLS_WgtItemToolBar;
+class QPushButton;
 
 class CLS_WgtBaseTreeWidget : public QTreeWidget
 {
@@ -36,6 +42,14 @@ public:
     int GetCurrentItem(CLS_TreeItem& _clsItem);
     int GetAllItems(QMap<QString, CLS_TreeItem>& _qmapItems);
     int GetParent(const QString& _qstrId, CLS_TreeItem& _clsItem);
+    // Rows whose full text holds _qstrName, ignoring case, by record id. -1 for an empty name.
+    int GetNodeByName(const QString& _qstrName, QMap<QString, QTreeWidgetItem*>& _qmapNodes);
+
+    // Check state. Only fully checked, enabled and visible rows are listed; the bool of
+    // GetCheckedItems keeps rows without children only. -1 in a tree without check boxes.
+    int GetItemCheckStatus(const QString& _qstrId, Qt::CheckState& _iState);
+    int GetCheckedItems(QVector<CLS_TreeItem>& _qvecItems, bool _blLeafOnly);
+    int GetCheckedNodes(QVector<CLS_TreeItem>& _qvecItems);
 
     // Row walkers. Outputs are appended to, never cleared.
     int GetChildNode(QTreeWidgetItem* _pNode, QVector<QTreeWidgetItem*>& _qvecNodes, bool _blAllLevels);
@@ -49,16 +63,61 @@ public:
     void LoadStyleSheet(const QString& _qstrStyleSheet);
 
 public slots:
+    // Editing. AddItem places the row behind all siblings of equal or lower number.
+    int AddItem(CLS_TreeItem _clsTreeItem);
+    void AddItems(QVector<CLS_TreeItem> _qvecTreeItems);
+    void DeleteItem(QString _qstrId);
+    void UpdateItem(CLS_TreeItem _clsItem);
+    void UpdateItemIcon(QString _qstrId, QString _qstrIcon);
+    void SetItemDisabled(QString _qstrId, bool blState);
+
+    // Program changes are silent unless _blSend is true.
+    void SetItemCheckStatus(QString _qstrId, Qt::CheckState _iState, bool _blSend = false);
+    void SetCurrentItem(QString _qstrId, bool _blSend = false);
+
+    // Narrowing by hiding (never removing) rows, and swapping two siblings.
+    void SetShowItemById(QString _qstrId);
+    void SetShowItemByName(QString _qstrName);
+    int MoveUpOneRow(QString _qstrSrcId, QString _qstrDesId);
+    int MoveDownOneRow(QString _qstrSrcId, QString _qstrDesId);
+
     void SetItemExpandStatus(QString _qstrId, n_TreeExpandType _iExpandType);
     void SetAllExpandStatus(bool _blShow);
 
 signals:
+    void SignClickButton(QString _qstrId, CLS_ItemButton _clsData);
+    void SignClicked(QString _qstrId, CLS_TreeItem _clsData);
+    void SignDblClicked(QString _qstrId, CLS_TreeItem _clsData);
+    void SignRightClicked(QString _qstrId, CLS_TreeItem _clsData);
+    void SignSelected(QString _qstrId, CLS_TreeItem _clsData, QString _qstrOldId);
+    // Declared for pages that connect to it; this tree never emits it (the check signal is
+    // SignCheckedStatusChanged).
+    void SignChecked(QString _qstrId, bool _blChecked, CLS_TreeItem _clsData);
     void SignCheckedStatusChanged(QString _qstrId, bool _blChecked, CLS_TreeItem _clsData);
+    // A drop was accepted; the record is the target row's, sent before the row moves.
+    void SignDroped(CLS_TreeItem _clsDropItem);
 
 protected slots:
+    void SlotClicked(QTreeWidgetItem* _pItem, int _iColumn);
+    void SlotDblClicked(QTreeWidgetItem* _pItem, int _iColumn);
+    void SlotCurrentChanged(QTreeWidgetItem* _pCurrent, QTreeWidgetItem* _pPrevious);
+    // Emits SignClickButton; not connected here (the tool bars are wired signal to signal).
+    void SlotClickButton(QString _qstrId, CLS_ItemButton _clsBtn);
     void SlotCheckStateChanged(QTreeWidgetItem* _pItem, bool _blChecked);
 
 protected:
+    void mousePressEvent(QMouseEvent* _pEvent) override;
+    void mouseReleaseEvent(QMouseEvent* _pEvent) override;
+    void mouseMoveEvent(QMouseEvent* _pEvent) override;
+    void leaveEvent(QEvent* _pEvent) override;
+    void dragEnterEvent(QDragEnterEvent* _pEvent) override;
+    void dropEvent(QDropEvent* _pEvent) override;
+    void startDrag(Qt::DropActions _supportedActions) override;
+
+    // Makes the tool bar of a row; null for no buttons.
+    CLS_WgtItemToolBar* CreateItemButtons(const QString& _qstrId,
+                                          const QVector<CLS_ItemButton>& _qvecButtons);
+
     int CreateTree(QTreeWidgetItem* _pParent, const CLS_TreeItem& _clsItem,
                    const QMap<QString, QVector<CLS_TreeItem>>& _qmapChildren, bool _blCreate);
     QTreeWidgetItem* CreateNode(const CLS_TreeItem& _clsItem);
@@ -80,6 +139,16 @@ protected:
     QString m_qstrRootId;     // root id of the last accepted Init
 
 private:
+    int MoveOneRow(const QString& _qstrSrcId, const QString& _qstrDesId, bool _blUp);
+    void ApplyKeepList(const QSet<QString>& _qsetKeep);
+    void FreeTakenNodes();
+
+    // Rows taken out by DeleteItem. They stay alive (the hover pointer and pages' pointers may
+    // still name them) and are freed with the next rebuild, Clear or the tree itself.
+    QVector<QTreeWidgetItem*> m_qvecTakenNodes;
+    // The picture source of the last drag; never shown, kept until the next drag or the tree goes.
+    std::unique_ptr<QPushButton> m_pDragBgBtn;
+
     // CreateTree with the ids of the rows from the root down to _clsItem, so that a record listed
     // (directly or through others) under itself is not descended into again.
     int CreateTreeOnPath(QTreeWidgetItem* _pParent, const CLS_TreeItem& _clsItem,

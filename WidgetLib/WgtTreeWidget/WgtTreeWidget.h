@@ -21,4 +21,6 @@
 #include "STRCT_DevResult.h"
 
 #include "CLS_WgtBaseTreeWidget.h"
+#include "CLS_WgtItemToolBar.h"
+#include "CLS_WgtToolBtnStack.h"
 #include "CLS_WgtTreeWidgetItem.h"

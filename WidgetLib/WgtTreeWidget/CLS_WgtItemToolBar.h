@@ -1,0 +1,39 @@
+#pragma once
+// The tool bar of one row: one QAction per CLS_ItemButton, reported with the row's id when
+// triggered, over a flat background in the skin's "<ArgRight_TreeBranch>" colour. GUI thread only.
+
+#include "TreeStructDefine.h"
+
+#include <QString>
+#include <QToolBar>
+#include <QVector>
+
+class QAction;
+class QPaintEvent;
+
+class CLS_WgtItemToolBar : public QToolBar
+{
+    Q_OBJECT
+
+public:
+    explicit CLS_WgtItemToolBar(QWidget* parent = nullptr);
+    ~CLS_WgtItemToolBar() override;
+
+    // Stores the row id and makes the actions, in vector order. Called once per bar.
+    void Init(const QVector<CLS_ItemButton>& _qvecButtons, const QString& _qstrParentId);
+    void SetLang(const QString& _qstrLang);
+    void LoadStyleSheet(const QString& _qstrStyleSheet);
+
+public slots:
+    void SlotTriggered(QAction* _pAction);
+
+signals:
+    void SignTriggered(QString _qstrParentId, CLS_ItemButton _clsBtn);
+
+protected:
+    void paintEvent(QPaintEvent* _pEvent) override;
+
+private:
+    QString m_qstrParentId; // id of the row the bar belongs to
+    QString m_qstrBgColor;  // background colour name, fetched once at construction
+};
