@@ -1,0 +1,3 @@
+// Compiles CLS_IApp.h on its own: it must include what it uses.
+#include "CLS_IApp.h"
+#include "CLS_IApp.h" // and twice, behind its guard

@@ -1,0 +1,3 @@
+// Compiles STRCT_DevResult.h on its own: it must include what it uses.
+#include "STRCT_DevResult.h"
+#include "STRCT_DevResult.h" // and twice, behind its guard
