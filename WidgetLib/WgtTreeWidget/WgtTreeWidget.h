@@ -6,7 +6,10 @@
 #include "TreeStructDefine.h"
 
 #include "CLS_IApp.h"
+#include "CLS_PresenterBasic.h"
+#include "CLS_ViewBasic.h"
 #include "ColorManage.h"
+#include "FunctionUtil.h"
 #include "I_AppSignals.h"
 #include "Logger.h"
 #include "LxAppManager.h"
@@ -20,7 +23,10 @@
 #include "I_CustomTreeManage.h"
 #include "STRCT_DevResult.h"
 
+#include "CLS_LineEdit.h"
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtItemToolBar.h"
 #include "CLS_WgtToolBtnStack.h"
+#include "CLS_WgtTreeWidget.h"
 #include "CLS_WgtTreeWidgetItem.h"
+#include "Ui_CLS_WgtTreeWidget.h"

@@ -13,9 +13,22 @@ endfunction()
 run_step("install" ${WGT_CMAKE_COMMAND} --install ${WGT_BUILD_DIR} --prefix ${prefix})
 
 foreach(header WgtTreeWidget.h CLS_WgtBaseTreeWidget.h CLS_WgtTreeWidgetItem.h TreeStructDefine.h
-        DevStructDefine.h Util.h Logger.h CLS_DevManage.h I_AppSignals.h)
+        DevStructDefine.h Util.h Logger.h CLS_DevManage.h I_AppSignals.h FunctionUtil.h
+        CLS_ViewBasic.h CLS_PresenterBasic.h CLS_WgtTreeWidget.h CLS_WgtItemToolBar.h CLS_WgtToolBtnStack.h)
     if(NOT EXISTS ${prefix}/include/WgtTreeWidget/${header})
         message(FATAL_ERROR "installed header missing: include/WgtTreeWidget/${header}")
+    endif()
+endforeach()
+
+# The umbrella header brings in every other installed header.
+file(READ ${prefix}/include/WgtTreeWidget/WgtTreeWidget.h umbrella)
+file(GLOB installed RELATIVE ${prefix}/include/WgtTreeWidget ${prefix}/include/WgtTreeWidget/*.h)
+foreach(header ${installed})
+    if(NOT header STREQUAL "WgtTreeWidget.h")
+        string(FIND "${umbrella}" "#include \"${header}\"" pos)
+        if(pos EQUAL -1)
+            message(FATAL_ERROR "WgtTreeWidget.h does not include ${header}")
+        endif()
     endif()
 endforeach()
 

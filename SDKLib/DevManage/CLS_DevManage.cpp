@@ -1,0 +1,73 @@
+#include "CLS_DevManage.h"
+
+#include "Logger.h"
+#include "Util.h"
+
+#include <map>
+#include <vector>
+
+namespace DevManage {
+
+namespace {
+#ifdef __APPLE__
+const char* const CONST_DLL_NAME = "libDevManage.dylib";
+#else
+const char* const CONST_DLL_NAME = "libDevManage.so";
+#endif
+// Module code of this gateway's log lines.
+const char* const CONST_MODULE = "DevManage";
+} // namespace
+
+void* GetModuleFun(const std::string& _strFunName, const std::string& _strPath)
+{
+    // Function name -> address, null for a function the library lacks. No lock: only its creation
+    // is guarded; a rebind replaces it as a whole.
+    static std::map<std::string, void*> mapFuns;
+
+    if (mapFuns.find(_strFunName) == mapFuns.end()) {
+        std::string strDllPath;
+        if (!_strPath.empty()) {
+            strDllPath = _strPath + "/";
+        }
+        strDllPath += CONST_DLL_NAME;
+        // Bound as a whole, also the functions this library never calls.
+        const std::vector<std::string> vecFunNames{"GetCustomTree", "GetResourceTree", "GetDevFactory",
+                                                   "GetUtil"};
+        mapFuns = Util::GetDllFunction(strDllPath, vecFunNames);
+    }
+
+    auto it = mapFuns.find(_strFunName);
+    return it == mapFuns.end() ? nullptr : it->second;
+}
+
+CLS_IResourceTree* GetResourceTree()
+{
+    auto pFun_GetResourceTree = reinterpret_cast<PFun_GetResourceTree>(GetModuleFun("GetResourceTree", ""));
+    if (nullptr == pFun_GetResourceTree) {
+        WGT_LOG(CONST_MODULE, 3) << "nullptr == pFun_GetResourceTree ";
+        return nullptr;
+    }
+    return pFun_GetResourceTree();
+}
+
+CLS_IDevFactory* GetDevFactory()
+{
+    auto pFun_GetDevFactory = reinterpret_cast<PFun_GetDevFactory>(GetModuleFun("GetDevFactory", ""));
+    if (nullptr == pFun_GetDevFactory) {
+        WGT_LOG(CONST_MODULE, 3) << "nullptr == pFun_GetDevFactory ";
+        return nullptr;
+    }
+    return pFun_GetDevFactory();
+}
+
+I_CustomTreeManage* GetCustomTree()
+{
+    auto pFun_GetCustomTree = reinterpret_cast<PFun_GetCustomTree>(GetModuleFun("GetCustomTree", ""));
+    if (nullptr == pFun_GetCustomTree) {
+        WGT_LOG(CONST_MODULE, 3) << "nullptr == pFun_GetCustomTree ";
+        return nullptr;
+    }
+    return pFun_GetCustomTree();
+}
+
+} // namespace DevManage

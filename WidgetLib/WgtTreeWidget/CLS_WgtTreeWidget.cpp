@@ -1,0 +1,419 @@
+#include "CLS_WgtTreeWidget.h"
+
+#include "CLS_LineEdit.h"
+#include "CLS_ViewBasic.h"
+#include "CLS_WgtBaseTreeWidget.h"
+#include "FunctionUtil.h"
+#include "I_AppSignals.h"
+#include "LxAppManager.h"
+#include "Param.h"
+#include "Ui_CLS_WgtTreeWidget.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+#include <QDir>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QListWidget>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int CONST_iResultHeight = 38;     // height of one result
+constexpr int CONST_iResultEdge = 3;        // edge added to the results' height
+constexpr int CONST_iResultMaxHeight = 280; // the list scrolls beyond this
+constexpr int CONST_iNoResultHeight = 41;   // height of the "msg_no_results" entry
+
+I_AppSignals* AppSignals()
+{
+    using PFunGetAppSignals = I_AppSignals* (*)();
+    auto pFun = reinterpret_cast<PFunGetAppSignals>(LxAppManager::GetModuleFun("GetAppSignals", ""));
+    return pFun != nullptr ? pFun() : nullptr;
+}
+
+} // namespace
+
+CLS_WgtTreeWidget::CLS_WgtTreeWidget(QWidget* parent, bool _blCheck, bool _blDrag, bool _blSearch,
+                                     bool _blMenu, bool _blDrop, n_ItemBtnShowType _iBtnShowType)
+    : QWidget(parent), m_pUi(new Ui_CLS_WgtTreeWidget), m_blShowSearch(_blSearch)
+{
+    m_pUi->setupUi(this); // connects the on_ slots by name
+    m_pBaseTree = new CLS_WgtBaseTreeWidget(this, _blCheck, _blDrag, _blDrop, _blMenu, _iBtnShowType);
+    if (_blMenu)
+        CreateMenu();
+    LoadPicPath();
+    InitView();
+    ConnectSignals();
+    LoadStyle();
+
+    if (I_AppSignals* pAppSignals = AppSignals())
+        connect(pAppSignals, &I_AppSignals::SignResizeView, this, &CLS_WgtTreeWidget::SlotResizeView);
+}
+
+CLS_WgtTreeWidget::~CLS_WgtTreeWidget()
+{
+    if (I_AppSignals* pAppSignals = AppSignals())
+        disconnect(pAppSignals, &I_AppSignals::SignResizeView, this, &CLS_WgtTreeWidget::SlotResizeView);
+    // The form record only holds pointers to children of this widget, which Qt destroys.
+    delete m_pUi;
+    m_pUi = nullptr;
+    // m_pMenu is left alone: it belongs to the menu library.
+}
+
+void CLS_WgtTreeWidget::CreateMenu()
+{
+    QMap<QString, QVariant> qmapParam;
+    qmapParam.insert("MenuType", QString("CLS_Menu"));
+    m_pMenu = GetWgtView("WgtMenu", qmapParam);
+    // No null check: without a menu Qt refuses the connection with a warning and the panel goes on.
+    connect(m_pMenu, &CLS_ViewBasic::SignRequestTaskRsulted, this,
+            [this](QString _qstrBusinessKey, QVariantMap _qmapData, QString _qstrBusinessUUID) {
+                Q_UNUSED(_qstrBusinessKey)
+                Q_UNUSED(_qstrBusinessUUID)
+                // Every answer of the menu view counts as a chosen entry.
+                m_pMenu->hide();
+                const QString qstrItemId = _qmapData.value("StrMenuItemClicked").toString();
+                const bool blChecked = _qmapData.value("boolTreeWidget").toBool();
+                emit SignTreeMenuItemClicked(qstrItemId, blChecked);
+            });
+}
+
+void CLS_WgtTreeWidget::ShowMenu(const QList<_MenuItem>& _qlstItems)
+{
+    if (m_pMenu == nullptr)
+        return;
+    QVariantMap qmapResult;
+    QVariantMap qmapInfo;
+    qmapInfo.insert("Info", QVariant::fromValue(_qlstItems));
+    m_pMenu->TaskRequest("setInfo", qmapInfo, qmapResult);
+
+    QVariantMap qmapExec;
+    qmapExec.insert("Pointexec", QCursor::pos()); // where the cursor is now, not where the click was
+    m_pMenu->TaskRequest("exec", qmapExec, qmapResult);
+}
+
+void CLS_WgtTreeWidget::LoadPicPath()
+{
+    const QString qstrAppDir = QCoreApplication::applicationDirPath();
+    m_qstrPicPath = QString("%1/resource/skin/dark/WgtTreeWidget/images/").arg(qstrAppDir);
+    const QString qstrSkin = QString::fromStdString(Param::GetParam("SystemConfig", "skin", "dark"));
+    if (qstrSkin.isEmpty())
+        return;
+    const QString qstrPath = QString("%1/resource/skin/%2/WgtTreeWidget/images/").arg(qstrAppDir, qstrSkin);
+    if (QDir(qstrPath).exists())
+        m_qstrPicPath = qstrPath;
+}
+
+void CLS_WgtTreeWidget::InitView()
+{
+    if (m_pBaseTree == nullptr)
+        return;
+    m_pUi->qvboxlayoutTreeLayout->addWidget(m_pBaseTree);
+
+    CLS_LineEdit* pLine = m_pUi->qlineedtQueryInput;
+    QListWidget* pList = m_pUi->qlistWgtQueryResult;
+    pLine->setContextMenuPolicy(Qt::NoContextMenu);
+    pLine->setMaxLength(100);
+    pList->setMaximumHeight(CONST_iResultMaxHeight);
+    pList->hide();
+
+    auto* pLineLayout = new QHBoxLayout(pLine);
+    pLineLayout->setContentsMargins(0, 0, 0, 0);
+    pLineLayout->setSpacing(0);
+
+    const int iSide = pLine->height();
+    m_pBtnSearch = new QToolButton(pLine);
+    m_pBtnSearch->setMaximumSize(iSide, iSide);
+    m_pBtnSearch->setIcon(QIcon(m_qstrPicPath + "icon_search.png"));
+    m_pBtnSearch->setCursor(Qt::PointingHandCursor);
+    m_pBtnSearch->setObjectName("qtoolbtnSearch");
+
+    m_pBtnClear = new QToolButton(pLine);
+    m_pBtnClear->setMaximumSize(iSide, iSide);
+    m_pBtnClear->setIcon(QIcon(m_qstrPicPath + "edit_close.png"));
+    m_pBtnClear->setCursor(Qt::PointingHandCursor);
+    m_pBtnClear->setObjectName("qtoolbtnClear");
+
+    // Both at the right end of the line, clear to the left of search.
+    pLineLayout->addWidget(m_pBtnClear, 1, Qt::AlignRight);
+    pLineLayout->addWidget(m_pBtnSearch, 0, Qt::AlignRight);
+
+    pLine->clear();
+    pList->clear();
+    pList->hide();
+    m_pBtnClear->hide();
+
+    if (!m_blShowSearch) {
+        pLine->hide();
+    } else {
+        pLine->show();
+        pLine->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void CLS_WgtTreeWidget::ConnectSignals()
+{
+    connect(m_pBaseTree, &CLS_WgtBaseTreeWidget::SignClicked, this, &CLS_WgtTreeWidget::SignClicked);
+    connect(m_pBaseTree, &CLS_WgtBaseTreeWidget::SignDblClicked, this, &CLS_WgtTreeWidget::SignDblClicked);
+    connect(m_pBaseTree, &CLS_WgtBaseTreeWidget::SignCheckedStatusChanged, this,
+            &CLS_WgtTreeWidget::SignCheckedStatusChanged);
+    connect(m_pBaseTree, &CLS_WgtBaseTreeWidget::SignSelected, this, &CLS_WgtTreeWidget::SignSelected);
+    connect(m_pBaseTree, &CLS_WgtBaseTreeWidget::SignRightClicked, this,
+            &CLS_WgtTreeWidget::SignRightClicked);
+    connect(m_pBaseTree, &CLS_WgtBaseTreeWidget::SignClickButton, this, &CLS_WgtTreeWidget::SignClickButton);
+    connect(m_pBaseTree, &CLS_WgtBaseTreeWidget::SignDroped, this, &CLS_WgtTreeWidget::SignDroped);
+
+    // Return also reaches on_qlineedtQueryInput_returnPressed by name, so it searches twice; kept.
+    connect(m_pUi->qlineedtQueryInput, &QLineEdit::returnPressed, this, &CLS_WgtTreeWidget::ExecuteSearch);
+    connect(m_pBtnSearch, &QToolButton::clicked, this, &CLS_WgtTreeWidget::ExecuteSearch);
+    connect(m_pBtnClear, &QToolButton::clicked, this, &CLS_WgtTreeWidget::ClearSearch);
+}
+
+int CLS_WgtTreeWidget::LoadStyle()
+{
+    FunctionUtil::LoadStyle("WgtTreeWidget", this, "");
+    return 0;
+}
+
+void CLS_WgtTreeWidget::SlotResizeView(double _dXScale, double _dYScale)
+{
+    Q_UNUSED(_dXScale)
+    Q_UNUSED(_dYScale)
+    LoadStyle(); // the resize broadcast only reloads the style
+}
+
+// ---- search --------------------------------------------------------------------------------------
+
+void CLS_WgtTreeWidget::ExecuteSearch()
+{
+    const QString qstrText = m_pUi->qlineedtQueryInput->text();
+    if (qstrText.isEmpty())
+        return; // an open list stays as it is
+
+    QListWidget* pList = m_pUi->qlistWgtQueryResult;
+    pList->clear();
+
+    QVector<CLS_TreeItem> qvecRows;
+    if (m_pBaseTree == nullptr || m_pBaseTree->GetItemByName(qstrText, qvecRows) < 0 || qvecRows.isEmpty()) {
+        auto* pItem = new QListWidgetItem(tr("msg_no_results"));
+        pList->setFixedHeight(CONST_iNoResultHeight);
+        pList->addItem(pItem);
+        pList->show();
+        return;
+    }
+
+    const int iHeight = qvecRows.size() * CONST_iResultHeight;
+    pList->setFixedHeight(iHeight < CONST_iResultMaxHeight - CONST_iResultEdge ? iHeight + CONST_iResultEdge
+                                                                               : CONST_iResultMaxHeight);
+    for (const CLS_TreeItem& clsRow : qAsConst(qvecRows)) {
+        auto* pItem = new QListWidgetItem();
+        pItem->setData(Qt::DisplayRole, clsRow.m_qstrText);
+        pItem->setData(Qt::UserRole, clsRow.m_qstrId);
+        pList->addItem(pItem);
+    }
+    pList->show();
+}
+
+void CLS_WgtTreeWidget::on_qlineedtQueryInput_textChanged(const QString& _qstrText)
+{
+    if (_qstrText.isEmpty()) {
+        ClearSearch();
+        return;
+    }
+    m_pBtnClear->show();
+    ExecuteSearch();
+}
+
+void CLS_WgtTreeWidget::on_qlineedtQueryInput_returnPressed()
+{
+    ExecuteSearch();
+}
+
+void CLS_WgtTreeWidget::on_qlistWgtQueryResult_itemDoubleClicked(QListWidgetItem* _pItem)
+{
+    if (m_pBaseTree == nullptr)
+        return;
+    m_pUi->qlistWgtQueryResult->hide();
+    const QVariant varId = _pItem != nullptr ? _pItem->data(Qt::UserRole) : QVariant();
+    if (varId.isValid())
+        m_pBaseTree->SetCurrentItem(varId.toString(), true);
+    // Emptying the line lets the text-changed slot finish the job.
+    m_pUi->qlineedtQueryInput->clear();
+}
+
+void CLS_WgtTreeWidget::ClearSearch()
+{
+    m_pUi->qlineedtQueryInput->clear();
+    m_pUi->qlistWgtQueryResult->clear();
+    m_pUi->qlistWgtQueryResult->hide();
+    m_pBtnClear->hide();
+}
+
+void CLS_WgtTreeWidget::ClearAndCloseSearch()
+{
+    ClearSearch();
+    m_pUi->qlineedtQueryInput->hide();
+}
+
+void CLS_WgtTreeWidget::SetSearchVisible(bool _blVisible)
+{
+    if (_blVisible) {
+        m_pUi->qlineedtQueryInput->show();
+        m_pUi->qlineedtQueryInput->setFocus(Qt::OtherFocusReason);
+    } else {
+        m_pUi->qlineedtQueryInput->hide();
+    }
+}
+
+// ---- forwarders ----------------------------------------------------------------------------------
+
+int CLS_WgtTreeWidget::Init(const QString& _qstrRootId, const QMap<QString, CLS_TreeItem>& _qmapItems,
+                            bool _blShowRoot)
+{
+    return m_pBaseTree != nullptr ? m_pBaseTree->Init(_qstrRootId, _qmapItems, _blShowRoot) : -1;
+}
+
+int CLS_WgtTreeWidget::GetItemById(const QString& _qstrId, CLS_TreeItem& _clsItem)
+{
+    return m_pBaseTree != nullptr ? m_pBaseTree->GetItemById(_qstrId, _clsItem) : -1;
+}
+
+int CLS_WgtTreeWidget::GetItemByName(const QString& _qstrName, QVector<CLS_TreeItem>& _qvecItems)
+{
+    return m_pBaseTree != nullptr ? m_pBaseTree->GetItemByName(_qstrName, _qvecItems) : -1;
+}
+
+int CLS_WgtTreeWidget::GetCurrentItem(CLS_TreeItem& _clsItem)
+{
+    return m_pBaseTree != nullptr ? m_pBaseTree->GetCurrentItem(_clsItem) : -1;
+}
+
+int CLS_WgtTreeWidget::GetAllItems(QMap<QString, CLS_TreeItem>& _qmapItems)
+{
+    return m_pBaseTree != nullptr ? m_pBaseTree->GetAllItems(_qmapItems) : -1;
+}
+
+int CLS_WgtTreeWidget::GetCheckedItems(QVector<CLS_TreeItem>& _qvecItems, bool _blLeafOnly)
+{
+    return m_pBaseTree != nullptr ? m_pBaseTree->GetCheckedItems(_qvecItems, _blLeafOnly) : -1;
+}
+
+int CLS_WgtTreeWidget::GetCheckedNodes(QVector<CLS_TreeItem>& _qvecItems)
+{
+    return m_pBaseTree != nullptr ? m_pBaseTree->GetCheckedItems(_qvecItems, true) : -1;
+}
+
+int CLS_WgtTreeWidget::GetChilds(const QString& _qstrId, QVector<CLS_TreeItem>& _qvecItems, bool _blAllLevels)
+{
+    return m_pBaseTree != nullptr ? m_pBaseTree->GetChilds(_qstrId, _qvecItems, _blAllLevels) : -1;
+}
+
+int CLS_WgtTreeWidget::GetParent(const QString& _qstrId, CLS_TreeItem& _clsItem)
+{
+    return m_pBaseTree != nullptr ? m_pBaseTree->GetParent(_qstrId, _clsItem) : -1;
+}
+
+int CLS_WgtTreeWidget::GetItemCheckStatus(const QString& _qstrId, Qt::CheckState& _iState)
+{
+    return m_pBaseTree != nullptr ? m_pBaseTree->GetItemCheckStatus(_qstrId, _iState) : -1;
+}
+
+int CLS_WgtTreeWidget::AddItem(CLS_TreeItem _clsTreeItem)
+{
+    return m_pBaseTree != nullptr ? m_pBaseTree->AddItem(_clsTreeItem) : -1;
+}
+
+int CLS_WgtTreeWidget::MoveUpOneRow(QString _qstrSrcId, QString _qstrDesId)
+{
+    return m_pBaseTree != nullptr ? m_pBaseTree->MoveUpOneRow(_qstrSrcId, _qstrDesId) : -1;
+}
+
+int CLS_WgtTreeWidget::MoveDownOneRow(QString _qstrSrcId, QString _qstrDesId)
+{
+    return m_pBaseTree != nullptr ? m_pBaseTree->MoveDownOneRow(_qstrSrcId, _qstrDesId) : -1;
+}
+
+void CLS_WgtTreeWidget::AddItems(QVector<CLS_TreeItem> _qvecTreeItems)
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->AddItems(_qvecTreeItems);
+}
+
+void CLS_WgtTreeWidget::DeleteItem(QString _qstrId)
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->DeleteItem(_qstrId);
+}
+
+void CLS_WgtTreeWidget::UpdateItem(CLS_TreeItem _clsItem)
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->UpdateItem(_clsItem);
+}
+
+void CLS_WgtTreeWidget::UpdateItemIcon(QString _qstrId, QString _qstrIcon)
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->UpdateItemIcon(_qstrId, _qstrIcon);
+}
+
+void CLS_WgtTreeWidget::SetItemDisabled(QString _qstrId, bool blState)
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->SetItemDisabled(_qstrId, blState);
+}
+
+void CLS_WgtTreeWidget::SetTextMaxWidth(int _iWidth)
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->SetTextMaxWidth(_iWidth);
+}
+
+void CLS_WgtTreeWidget::Clear()
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->Clear();
+}
+
+void CLS_WgtTreeWidget::SetItemCheckStatus(QString _qstrId, Qt::CheckState _iState, bool _blSend)
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->SetItemCheckStatus(_qstrId, _iState, _blSend);
+}
+
+void CLS_WgtTreeWidget::SetCurrentItem(QString _qstrId, bool _blSend)
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->SetCurrentItem(_qstrId, _blSend);
+}
+
+void CLS_WgtTreeWidget::SetShowItemById(QString _qstrId)
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->SetShowItemById(_qstrId);
+}
+
+void CLS_WgtTreeWidget::SetShowItemByName(QString _qstrName)
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->SetShowItemByName(_qstrName);
+}
+
+void CLS_WgtTreeWidget::SetItemExpandStatus(QString _qstrId, n_TreeExpandType _iExpandType)
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->SetItemExpandStatus(_qstrId, _iExpandType);
+}
+
+void CLS_WgtTreeWidget::SetAllExpandStatus(bool _blShow)
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->SetAllExpandStatus(_blShow);
+}
+
+void CLS_WgtTreeWidget::ClearSelect()
+{
+    if (m_pBaseTree != nullptr)
+        m_pBaseTree->clearSelection();
+}

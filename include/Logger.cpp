@@ -1,0 +1,58 @@
+#include "Logger.h"
+
+#include "Util.h"
+
+#include <map>
+#include <vector>
+
+namespace Logger {
+
+namespace {
+#ifdef __APPLE__
+const char* const CONST_DLL_NAME = "libLxLog.dylib";
+#else
+const char* const CONST_DLL_NAME = "libLxLog.so";
+#endif
+} // namespace
+
+void* GetModuleFun(const std::string& _strFunName, const std::string& _strPath)
+{
+    // Function name -> address, null for a function the library lacks. No lock: only its creation
+    // is guarded; a rebind replaces it as a whole.
+    static std::map<std::string, void*> mapFuns;
+
+    if (mapFuns.find(_strFunName) == mapFuns.end()) {
+        std::string strDllPath;
+        if (!_strPath.empty()) {
+            strDllPath = _strPath + "/";
+        }
+        strDllPath += CONST_DLL_NAME;
+        // Bound as a whole, also the functions this library never calls.
+        const std::vector<std::string> vecFunNames{"Init", "SetLoggerConfig", "SetLoggerConfigAll",
+                                                   "PrintLog", "UnInit"};
+        mapFuns = Util::GetDllFunction(strDllPath, vecFunNames);
+    }
+
+    auto it = mapFuns.find(_strFunName);
+    return it == mapFuns.end() ? nullptr : it->second;
+}
+
+LogMessageStream::LogMessageStream(const char* _pFile, const char* _pModule, const char* _pFunction,
+                                   int _iLine, int _iLevel)
+    : m_pFile(_pFile), m_pModule(_pModule), m_pFunction(_pFunction), m_iLine(_iLine), m_iLevel(_iLevel)
+{}
+
+LogMessageStream::~LogMessageStream()
+{
+    // Runs inside catch blocks too: nothing may leave a destructor, so whatever happens stays here.
+    try {
+        const std::string strText = str();
+        auto pFunPrintLog = reinterpret_cast<PFun_PrintLog>(GetModuleFun("PrintLog", ""));
+        if (nullptr != pFunPrintLog) {
+            pFunPrintLog(m_iLevel, m_pModule, m_pFile, m_iLine, m_pFunction, strText);
+        }
+    } catch (...) {
+    }
+}
+
+} // namespace Logger

@@ -1,0 +1,47 @@
+#pragma once
+// Gateway to the logging library "libLxLog.so" and the one-statement log stream.
+// A LogMessageStream belongs to the statement and the thread that made it; any thread may log.
+// Records go straight to the library's "PrintLog": no buffering, no queue, no level filter here.
+
+#include <sstream>
+#include <string>
+
+namespace Logger {
+
+// "PrintLog" of the logging library: level, module, file, line, function, text.
+typedef void (*PFun_PrintLog)(int _iLevel, const char* _pModule, const char* _pFile, int _iLine,
+                              const char* _pFunction, const std::string& _strText);
+
+// Address of a function of the logging library, or null. Binds the whole function list on first
+// use; _strPath is the library's folder, empty for the loader's own search.
+void* GetModuleFun(const std::string& _strFunName, const std::string& _strPath = std::string());
+
+// One log statement: write into it with operator<<, and its destruction sends the text as one
+// record. Without the logging library the record is dropped silently. The file, module and
+// function texts are not copied: pass literals (__FILE__, __FUNCTION__) or texts that outlive it.
+class LogMessageStream : public std::ostringstream
+{
+public:
+    LogMessageStream(const char* _pFile, const char* _pModule, const char* _pFunction, int _iLine,
+                     int _iLevel);
+    ~LogMessageStream() override;
+
+    LogMessageStream(const LogMessageStream&) = delete;
+    LogMessageStream& operator=(const LogMessageStream&) = delete;
+    LogMessageStream(LogMessageStream&&) = delete;
+    LogMessageStream& operator=(LogMessageStream&&) = delete;
+
+private:
+    const char* m_pFile;
+    const char* m_pModule;
+    const char* m_pFunction;
+    int m_iLine;
+    int m_iLevel;
+};
+
+} // namespace Logger
+
+// A log statement at the call site: WGT_LOG("WgtTreeWidget", 3) << "nullptr == pResourceTree ";
+// In a lambda body the function name is "operator()".
+#define WGT_LOG(_pModule, _iLevel)                                                                           \
+    Logger::LogMessageStream(__FILE__, (_pModule), __FUNCTION__, __LINE__, (_iLevel))
