@@ -816,14 +816,13 @@ void CLS_WgtBaseTreeWidget::dropEvent(QDropEvent* _pEvent)
     if (_pEvent == nullptr)
         return;
     if (!m_blDragEnable) {
-        emit SignDroped(CLS_TreeItem());
         QTreeWidget::dropEvent(_pEvent);
         return;
     }
 
     auto veto = [this, _pEvent]() {
         // m_blDragging stays set: the hover switch sleeps until the next release.
-        _pEvent->setDropAction(Qt::IgnoreAction);
+        m_blDragging = false; _pEvent->setDropAction(Qt::IgnoreAction);
         _pEvent->ignore();
         QTreeWidget::dropEvent(_pEvent);
     };

@@ -29,4 +29,6 @@
 #include "CLS_WgtToolBtnStack.h"
 #include "CLS_WgtTreeWidget.h"
 #include "CLS_WgtTreeWidgetItem.h"
+#include "CLS_DeviceTreeBGThread.h"
+#include "CLS_WgtDeviceTree.h"
 #include "Ui_CLS_WgtTreeWidget.h"
