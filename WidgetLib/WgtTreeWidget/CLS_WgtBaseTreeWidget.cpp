@@ -822,7 +822,7 @@ void CLS_WgtBaseTreeWidget::dropEvent(QDropEvent* _pEvent)
 
     auto veto = [this, _pEvent]() {
         // m_blDragging stays set: the hover switch sleeps until the next release.
-        m_blDragging = false; _pEvent->setDropAction(Qt::IgnoreAction);
+        _pEvent->setDropAction(Qt::IgnoreAction);
         _pEvent->ignore();
         QTreeWidget::dropEvent(_pEvent);
     };

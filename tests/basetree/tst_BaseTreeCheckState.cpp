@@ -40,7 +40,9 @@ QString States(QTreeWidget& _tree)
 {
     QStringList qlstStates;
     for (QTreeWidgetItemIterator it(&_tree); *it; ++it)
-        qlstStates << QString("%1:%2").arg(CLS_TreeSnapshot::NodeId(*it)).arg((*it)->data(0, Qt::CheckStateRole).toInt());
+        qlstStates << QString("%1:%2")
+                          .arg(CLS_TreeSnapshot::NodeId(*it))
+                          .arg((*it)->data(0, Qt::CheckStateRole).toInt());
     return qlstStates.join(" ");
 }
 

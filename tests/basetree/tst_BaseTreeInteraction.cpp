@@ -81,7 +81,8 @@ QString Pages(CLS_TestBaseTree& _tree)
     QStringList qlstPages;
     for (const QString& qstrId : {"ha", "ha1", "hb"}) {
         QStackedWidget* pStack = StackOf(_tree, qstrId);
-        qlstPages << qstrId + ":" + (pStack == nullptr ? QString("-") : QString::number(pStack->currentIndex()));
+        qlstPages << qstrId + ":" +
+                         (pStack == nullptr ? QString("-") : QString::number(pStack->currentIndex()));
     }
     return qlstPages.join(" ");
 }
@@ -214,8 +215,8 @@ void tst_BaseTreeInteraction::shouldIgnorePressOnEmptyAreaAndPassItOn()
     // The view keeps the row of the last press; a double-click event on that row counts as a
     // double click only if no press came in between. Check the probe first, on row c.
     auto dblClickAt = [&tree](const QPoint& _pos) {
-        QMouseEvent event(QEvent::MouseButtonDblClick, _pos, tree.viewport()->mapToGlobal(_pos), Qt::LeftButton,
-                          Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent event(QEvent::MouseButtonDblClick, _pos, tree.viewport()->mapToGlobal(_pos),
+                          Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(tree.viewport(), &event);
     };
     const QPoint posC = RowCenter(tree, "c");

@@ -152,8 +152,7 @@ void tst_BaseTreeLocate::shouldShowMatchAndItsAncestorsExpanded()
     CLS_TestBaseTree tree;
     QCOMPARE(tree.Init("root", SearchTree(), false), 0);
     tree.SetShowItemByName("cam");
-    QCOMPARE(Visibility(tree),
-             QString("hall:SE cam1:SE lobby:H yard:SE gate:SE sensor:H office:H"));
+    QCOMPARE(Visibility(tree), QString("hall:SE cam1:SE lobby:H yard:SE gate:SE sensor:H office:H"));
     QCOMPARE(tree.m_qmapNodes.size(), 7);
 }
 
@@ -220,8 +219,7 @@ void tst_BaseTreeLocate::shouldShowAncestorsWithShowById()
     CLS_TestBaseTree tree;
     QCOMPARE(tree.Init("root", SearchTree(), true), 0);
     tree.SetShowItemById("sensor");
-    QCOMPARE(Visibility(tree),
-             QString("root:SE hall:H cam1:H lobby:H yard:SE gate:SE sensor:SE office:H"));
+    QCOMPARE(Visibility(tree), QString("root:SE hall:H cam1:H lobby:H yard:SE gate:SE sensor:SE office:H"));
 }
 
 void tst_BaseTreeLocate::shouldChangeNothingForUnknownOrEmptyId()

@@ -247,7 +247,6 @@ void tst_CLS_WgtItemToolBar::shouldMountStackPagesByShowType_data()
     QTest::addColumn<int>("iPages");
     QTest::newRow("always") << int(ITEM_BTN_SHOW_ALWAYS) << 1;
     QTest::newRow("hover") << int(ITEM_BTN_SHOW_HOVER) << 2;
-    QTest::newRow("other non-zero") << 5 << 2;
 }
 
 void tst_CLS_WgtItemToolBar::shouldMountStackPagesByShowType()

@@ -61,8 +61,8 @@ public:
 
     // Runs once inside the drag's event loop, queued at the start of each startDrag.
     std::function<void()> m_fnDuringDrag;
-    int m_iDragDepth = 0;   // > 0 while the tree's startDrag runs
-    int m_iStartDrags = 0;  // calls of startDrag so far
+    int m_iDragDepth = 0;  // > 0 while the tree's startDrag runs
+    int m_iStartDrags = 0; // calls of startDrag so far
 
     void startDrag(Qt::DropActions _supportedActions) override
     {
@@ -150,8 +150,7 @@ inline QPoint CheckBoxCenter(CLS_TestBaseTree& _tree, const QString& _qstrId)
 
 // A plain mouse move without buttons, straight to the viewport, so that it reaches
 // mouseMoveEvent whatever the platform does with the cursor.
-inline void MoveMouse(CLS_TestBaseTree& _tree, const QPoint& _pos,
-                      Qt::MouseButtons _buttons = Qt::NoButton)
+inline void MoveMouse(CLS_TestBaseTree& _tree, const QPoint& _pos, Qt::MouseButtons _buttons = Qt::NoButton)
 {
     QMouseEvent event(QEvent::MouseMove, _pos, _tree.viewport()->mapToGlobal(_pos), Qt::NoButton, _buttons,
                       Qt::NoModifier);
