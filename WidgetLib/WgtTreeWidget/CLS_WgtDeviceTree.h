@@ -1,1 +1,265 @@
 #pragma once
+// The device tree a page embeds: the installation's resources as a tree of rows. Keeps its own model
+// (CLS_CustomTreeNode records by tree id), turns resources and nodes into CLS_TreeItem rows of its
+// panel, and turns the panel's row signals into node signals for pages. Reaches the base tree only
+// through the panel. GUI thread, except Init, which may be called from any thread (rows are made on
+// the widget's thread in SlotInit).
+
+#include "TreeStructDefine.h"
+
+#include <QAtomicInt>
+#include <QList>
+#include <QMap>
+#include <QMutex>
+#include <QPair>
+#include <QSet>
+#include <QString>
+#include <QTimer>
+#include <QVariant>
+#include <QVector>
+#include <QWidget>
+
+#include <memory>
+#include <string>
+
+class CLS_DeviceTreeBGThread;
+class CLS_WgtTreeWidget;
+struct STRCT_VideoItem;
+
+class CLS_WgtDeviceTree : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // The five flags in order: drag, check boxes, right-click menu, search line, drop.
+    CLS_WgtDeviceTree(QWidget* parent = nullptr, n_DevTreeType _iTreeType = DEV_TREE_RESOURCE,
+                      bool _blDrag = false, bool _blCheck = false, bool _blRightMenu = false,
+                      bool _blSearch = false, bool _blDrop = false,
+                      n_ItemBtnShowType _iBtnShowType = ITEM_BTN_SHOW_ALWAYS);
+    ~CLS_WgtDeviceTree() override;
+
+    // Builds the tree from the device layer's own data: the custom tree, its favourites part or all
+    // resources, by tree type. First of the tree's virtual operations; subclasses extend it.
+    virtual int
+    Init(const QString& _qstrRootName,
+         const QMap<int, QVector<CLS_ItemButton>>& _qmapItemBtns = QMap<int, QVector<CLS_ItemButton>>(),
+         const QSet<int>& _qsetNodeTypes = QSet<int>(), const QSet<int>& _qsetDevBindTypes = QSet<int>());
+
+public slots:
+    // Builds from ready nodes. The caller's map may gain a root node.
+    int Init(QMap<QString, CLS_CustomTreeNode>& _qmapNodes, QString _qstrRootName = QString(),
+             QMap<int, QVector<CLS_ItemButton>> _qmapItemBtns = QMap<int, QVector<CLS_ItemButton>>(),
+             QSet<int> _qsetNodeTypes = QSet<int>(), QSet<int> _qsetDevBindTypes = QSet<int>());
+    // Builds from resources the caller owns; they are read during the call only. _qmapNodes are
+    // extra lookup nodes without rows.
+    int Init(QMap<QString, STRCT_VideoItem*> _qmapData, QString _qstrRootName = QString(),
+             QMap<int, QVector<CLS_ItemButton>> _qmapItemBtns = QMap<int, QVector<CLS_ItemButton>>(),
+             QSet<int> _qsetNodeTypes = QSet<int>(), QSet<int> _qsetDevBindTypes = QSet<int>(),
+             QMap<QString, CLS_CustomTreeNode> _qmapNodes = QMap<QString, CLS_CustomTreeNode>());
+    // Builds from the device layer's resources; each is locked only for its own step. A resource
+    // tree's map may gain an expired "resource_root_id" entry.
+    int Init(QMap<QString, std::weak_ptr<STRCT_VideoItem>>& _qmapData, QString _qstrRootName = QString(),
+             QMap<int, QVector<CLS_ItemButton>> _qmapItemBtns = QMap<int, QVector<CLS_ItemButton>>(),
+             QSet<int> _qsetNodeTypes = QSet<int>(), QSet<int> _qsetDevBindTypes = QSet<int>());
+
+    // Empties the rows and the model. The status thread keeps running.
+    void Clear();
+
+    // Changes, one resource or node at a time. The QString forms are the extension points.
+    virtual int AddItem(QString _qstrTreeId);
+    virtual int AddItems(QVector<QString> _qvecItems, bool _blSendSignal = false);
+    int AddItems(const QVector<std::weak_ptr<STRCT_VideoItem>>& _qvecItems, bool _blSendSignal = false);
+    int AddItems(QVariant _qvarNodes);
+    virtual int ModifyItem(QString _qstrTreeId);
+    // Changes only the first known node that makes a row (kept: pages call once per node).
+    virtual int ModifyItems(QList<CLS_CustomTreeNode> _qvecNodes);
+    // Empty here on purpose: 0 and no change. For subclasses.
+    virtual int ModifyItems(QVector<QString> _qvecItems, bool _blSendSignal = false);
+    int ModifyItems(const QVector<STRCT_VideoItem*>& _qvecItems, bool _blSendSignal = false);
+    int ModifyCaptionByChannelId(const QString& _qstrChannelID, const QString& _qstrCaption);
+    virtual int DeleteItem(QString _qstrId);
+    virtual int DeleteItems(QVector<QString> _qvecIds, bool _blSendSignal = false);
+    // Empty here on purpose: 0 and no change. For subclasses.
+    virtual int MoveNodes(QVector<QString> _qvecItems, int _iMoveType = -1);
+    int MoveNodes(const QVector<STRCT_VideoItem*>& _qvecItems, int _iMoveType = -1);
+
+    // Channel states from the status thread (QMap<QString,QPair<bool,int>> in the variant).
+    int UpdateAllChannelsStatus(QVariant _qvarData);
+    // Declared interface only: always -1.
+    int UpdateAllChannelsStatus(const QMap<QString, int>& _qmapData);
+    // Host on line (3) or off line (4, 41) by a device-layer event; resource trees only.
+    int UpdateHostStatus(QString _strId, int _iCmdType, void* _pParam = nullptr);
+
+    // Check state of a row; an empty id addresses the root row. Silent unless _blSend.
+    void SetItemCheckStatus(const QString& _qstrId, Qt::CheckState _iState, bool _blSend = false);
+    void SetItemDisabled(const QString& _qstrId, bool blState);
+    void ClearSelect();
+    void ShowSearch();
+    void ClearSearch();
+    void ClearAndCloseSearch();
+
+public:
+    // Empties the model alone: nodes, id map, button templates, root id. The type sets stay.
+    void ClearData();
+    void SetName(const QString& _qstrName);
+    QString GetName();
+    // Inserts the nodes into the model without rows or id-map entries. Always 0.
+    int UpdateNodesMap(const QMap<QString, CLS_CustomTreeNode>& _qmapNodes);
+    int LoadStyle();
+    int LoadLang();
+
+    // Builds: nodes into the model, rows into _qmapItems.
+    int BuildTreeItems(const QMap<QString, STRCT_VideoItem*>& _qmapData, const QString& _qstrRootName,
+                       QMap<QString, CLS_TreeItem>& _qmapItems);
+    int BuildTreeItems(const QMap<QString, std::weak_ptr<STRCT_VideoItem>>& _qmapData,
+                       const QString& _qstrRootName, QMap<QString, CLS_TreeItem>& _qmapItems);
+    int BuildTreeItems(const QMap<QString, CLS_CustomTreeNode>& _qmapNodes, const QString& _qstrRootName,
+                       QMap<QString, CLS_TreeItem>& _qmapItems);
+    // Rows of the model as it stands. Always 0.
+    int BuildTreeItems(const QString& _qstrRootId, QMap<QString, CLS_TreeItem>& _qmapItems);
+    // Nodes only; the root's tree id goes to _qstrRootId.
+    int BuildTreeNodes(const QMap<QString, STRCT_VideoItem*>& _qmapData, const QString& _qstrRootName,
+                       QString& _qstrRootId);
+    // This tree's current resources from the device layer, appended to _qmapData.
+    int GetVideoData(QMap<QString, std::weak_ptr<STRCT_VideoItem>>& _qmapData);
+
+    // Folds groups, hosts and decoders (the root stays open).
+    void ExpandHostItem();
+    void ExpandAll();
+    void CollapseAll();
+
+    // Icon of a node's row for an on-line flag: written to _qstrIcon and set on the row.
+    int UpdateNodeOnlineStatus(const QString& _qstrId, bool _blOnline, QString& _qstrIcon);
+    // Makes the status thread report every channel again.
+    void UpdateChannelStatus();
+
+    // Queries. Vectors are appended to; a single out-record is written only on success.
+    int GetItemById(const QString& _qstrId, CLS_CustomTreeNode& _node);
+    int GetItemByDevId(const QString& _qstrDevId, CLS_CustomTreeNode& _node);
+    int GetItemByChannelId(const QString& _qstrChannelId, CLS_CustomTreeNode& _node);
+    // 0 also when no child has the channel id: _node is then left alone.
+    int GetItemByChannelId(const QString& _qstrParentId, const QString& _qstrChannelId,
+                           CLS_CustomTreeNode& _node);
+    int GetChilds(const QString& _qstrId, QVector<CLS_CustomTreeNode>& _qvecNodes, bool _blAll);
+    int GetChildsByDevId(const QString& _qstrDevId, QVector<CLS_CustomTreeNode>& _qvecNodes);
+    int GetChannelsById(const QString& _qstrId, QVector<CLS_CustomTreeNode>& _qvecNodes);
+    int GetParent(const QString& _qstrId, CLS_CustomTreeNode& _node);
+    int GetParentByDevId(const QString& _qstrDevId, CLS_CustomTreeNode& _node);
+    int GetAllNodeParent(const QVector<QString>& _qvecIds, QVector<QString>& _qvecParentIds);
+    int GetCurrentItem(CLS_CustomTreeNode& _node);
+    int GetItemCheckStatus(const QString& _qstrId, Qt::CheckState& _iState);
+    int GetCheckedChannel(QVector<CLS_CustomTreeNode>& _qvecNodes);
+    int GetAllCheckedItems(QVector<CLS_CustomTreeNode>& _qvecNodes);
+    int GetCheckedGroup(QVector<CLS_CustomTreeNode>& _qvecNodes);
+    static bool SortChannel(const CLS_CustomTreeNode& _left, const CLS_CustomTreeNode& _right);
+
+    void SetCurrentItem(const QString& _qstrId, bool _blSend = false);
+
+signals:
+    void SignInit(QString _qstrRootId, QVariant _varData);
+    void SignClear();
+
+    // Resource ids. SignAddNode has no emitter in this library; it is declared for pages.
+    void SignAddNode(QVector<std::string> _qvecDevIds);
+    void SignModifyNode(QVector<std::string> _qvecDevIds);
+    void SignDeleteNode(QVector<std::string> _qvecDevIds);
+
+    // The channel-state batch as it came in, after it was applied.
+    void SignUpdateChannelsStatus(QVariant _qvarData);
+    // Asks the status thread to forget its cache.
+    void SignChannelStatusUpdate();
+
+    // Node-level signals; every node is a copy of the model's record.
+    void SignClicked(CLS_CustomTreeNode _node);
+    void SignDblClicked(CLS_CustomTreeNode _node);
+    void SignCheckedStatusChanged(CLS_CustomTreeNode _node, bool _blChecked);
+    void SignSelected(CLS_CustomTreeNode _node);
+    void SignRightClicked(CLS_CustomTreeNode _node);
+    void SignRightMenuItemClicked(CLS_CustomTreeNode _node, QString _qstrItemId, bool _blChecked);
+    void SignToolButtonClicked(QString _qstrCmd, CLS_CustomTreeNode _node, CLS_ItemButton _button);
+    // Reached only if a page connects SlotChecked itself.
+    void SignChecked(CLS_CustomTreeNode _node, bool _blChecked);
+    // Check changes of one 200 ms batch in order of arrival; _pWgtPanel is always null here.
+    void SignCheckedStatusChangedQueue(QVector<QPair<CLS_CustomTreeNode, bool>> _qvecCheckChangedQueue,
+                                       void* _pWgtPanel = nullptr);
+    // Declared for pages; no emitter in this library.
+    void SignLocationChanged(QString _qstrSrcParentId, QString _qstrDstParentId, QString _qstrChannelId,
+                             QVector<QString> _qvecTreeNodeIds, void* _pParam);
+
+protected slots:
+    void SlotInit(QString _qstrRootId, QVariant _varData);
+
+    int AddItem(std::weak_ptr<STRCT_VideoItem> _pItem);
+    int AddItem(CLS_CustomTreeNode _node);
+    int ModifyItem(STRCT_VideoItem* _pItem);
+    int MoveUpOneRow(const QString& _qstrSrcId, const QString& _qstrDesId);
+    int MoveDownOneRow(const QString& _qstrSrcId, const QString& _qstrDesId);
+
+    // Row signals of the panel to node signals.
+    void SlotClicked(QString _qstrId, CLS_TreeItem _clsData);
+    void SlotDblClicked(QString _qstrId, CLS_TreeItem _clsData);
+    void SlotCheckedStatusChange(QString _qstrId, bool _blChecked, CLS_TreeItem _clsData);
+    void SlotSelected(QString _qstrId, CLS_TreeItem _clsData, QString _qstrOldId);
+    void SlotRightClicked(QString _qstrId, CLS_TreeItem _clsData);
+    void SlotTreeMenuItemClicked(QString _qstrItemId, bool _blChecked);
+    void SlotClickButton(QString _qstrId, CLS_ItemButton _clsData);
+    // Empty on purpose: a drop is consumed without a change of the model.
+    void SlotDroped(CLS_TreeItem _clsDropItem);
+    // Connected by nothing in this class.
+    void SlotChecked(QString _qstrId, bool _blChecked, CLS_TreeItem _clsData);
+    void SlotCheckedSignalWatcherTimeout();
+
+protected:
+    void ConnectSignals();
+
+    // Presentation: resource to node, node to row.
+    void LoadPicPath();
+    int InitNode(STRCT_VideoItem* _pItem, CLS_CustomTreeNode& _node, const QString& _qstrRootName);
+    int InitNode(std::weak_ptr<STRCT_VideoItem> _pItem, CLS_CustomTreeNode& _node,
+                 const QString& _qstrRootName);
+    int CreateItem(CLS_TreeItem& _clsItem, CLS_CustomTreeNode& _node, STRCT_VideoItem* _pItem,
+                   const QString& _qstrName);
+    int CreateItem(CLS_TreeItem& _clsItem, CLS_CustomTreeNode& _node, std::weak_ptr<STRCT_VideoItem> _pItem,
+                   const QString& _qstrName);
+    int InitItem(const CLS_CustomTreeNode& _node, CLS_TreeItem& _clsItem, bool _blRoot, bool _blUseStatus);
+    void SetItemIcon(const CLS_CustomTreeNode& _node, CLS_TreeItem& _clsItem, bool _blRoot);
+    void CreateItemToolBtn(const CLS_CustomTreeNode& _node, CLS_TreeItem& _clsItem);
+    // Replaces the button templates; rows that exist keep their buttons.
+    void SetItemToolButtons(const QMap<int, QVector<CLS_ItemButton>>& _qmapItemBtns);
+    // Kept empty: copies nothing, always 0.
+    int CloneNode(const CLS_CustomTreeNode& _nodeSrc, CLS_CustomTreeNode& _nodeDst);
+    // Kept empty: always false; the status thread asks the device.
+    bool IsImageChannel(const QString& _qstrId);
+
+    n_DevTreeType m_iTreeType;
+    QMap<QString, CLS_CustomTreeNode> m_qmapNodes;     // tree id -> node; GUI thread, no lock
+    QMap<QString, QString> m_qmapDevIdToTreeId;        // device id -> tree id (last inserted wins)
+    CLS_WgtTreeWidget* m_pTreePanel = nullptr;         // child widget once the layout takes it
+    QString m_qstrPicPath;                             // image folder, with a trailing slash
+    QMap<int, QVector<CLS_ItemButton>> m_qmapItemBtns; // button templates by node type
+    QString m_qstrRootId;                              // tree id of the root of the last build
+    QSet<int> m_qsetNodeTypes;                         // type codes allowed into the tree
+    QSet<int> m_qsetDevBindTypes;                      // bind types allowed into the tree
+    bool m_blDrag = false;
+    bool m_blCheck = false;
+    CLS_DeviceTreeBGThread* m_pBGThread = nullptr; // child; made by the first successful build
+    QTimer m_tmCheckedWatcher;                     // no parent; 200 ms batch of check changes
+    QMutex m_mtxChecked;                           // guards the two below; never held across a call out
+    QVector<QPair<CLS_CustomTreeNode, bool>> m_qvecCheckChangedQueue;
+    QMap<QString, bool> m_qmapCheckChanged; // id -> _blSend of the latest SetItemCheckStatus
+
+private:
+    // Creates and starts the status thread after a successful build.
+    void StartStatusThread();
+    // Stops and deletes the status thread (destructor).
+    void StopStatusThread();
+    // Emits SignClear; on a foreign thread empties the model at once (see Clear).
+    void EmitClear();
+    // The model's record of a row id, copied into _node; false for an empty or unknown id.
+    bool LookupNode(const QString& _qstrId, CLS_CustomTreeNode& _node) const;
+
+    // Clears that an Init on a foreign thread has queued and whose model part it has already done.
+    QAtomicInt m_iQueuedRowClears;
+    // True while EmitClear's own emission runs on this widget's thread (GUI thread only).
+    bool m_blDirectClear = false;
+};
