@@ -1740,3 +1740,10 @@ void CLS_WgtDeviceTree::ClearAndCloseSearch()
     if (m_pTreePanel != nullptr)
         m_pTreePanel->ClearAndCloseSearch();
 }
+
+void CLS_WgtDeviceTree::ShowMenu(const QList<_MenuItem>& _qlstItems)
+{
+    if (m_pTreePanel == nullptr)
+        return;
+    m_pTreePanel->ShowMenu(_qlstItems);
+}

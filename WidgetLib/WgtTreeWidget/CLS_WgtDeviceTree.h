@@ -107,6 +107,8 @@ public:
     int UpdateNodesMap(const QMap<QString, CLS_CustomTreeNode>& _qmapNodes);
     int LoadStyle();
     int LoadLang();
+    // Shows the panel's context menu with these entries; nothing without a panel.
+    void ShowMenu(const QList<_MenuItem>& _qlstItems);
 
     // Builds: nodes into the model, rows into _qmapItems.
     int BuildTreeItems(const QMap<QString, STRCT_VideoItem*>& _qmapData, const QString& _qstrRootName,
