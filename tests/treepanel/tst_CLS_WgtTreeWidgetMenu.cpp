@@ -1,6 +1,7 @@
 // The panel's context menu against a menu library found by name at run time.
 
 #include "CLS_ViewBasic.h"
+#include "CLS_WgtDeviceTree.h"
 #include "CLS_WgtTreeWidget.h"
 #include "Util.h"
 #include "WgtMenuTestApi.h"
@@ -71,6 +72,7 @@ private slots:
     void shouldReportChosenEntry();
     void shouldHideMenuBeforeReportingChoice();
     void shouldReportAnswerWithoutKeysAsEmptyChoice();
+    void shouldReachPanelMenuFromDeviceTree();
 };
 
 void tst_CLS_WgtTreeWidgetMenu::shouldMakeMenuWithMenuType()
@@ -163,6 +165,25 @@ void tst_CLS_WgtTreeWidgetMenu::shouldReportAnswerWithoutKeysAsEmptyChoice()
     QVERIFY(spy.at(0).at(0).toString().isEmpty());
     QCOMPARE(spy.at(0).at(1).toBool(), false);
     delete panel.m_pMenu;
+}
+
+void tst_CLS_WgtTreeWidgetMenu::shouldReachPanelMenuFromDeviceTree()
+{
+    CLS_WgtDeviceTree tree(nullptr, DEV_TREE_GENERIC, false, false, true, false, false, ITEM_BTN_SHOW_ALWAYS);
+    auto* pPanel = tree.findChild<CLS_WgtTreeWidget*>();
+    QVERIFY(pPanel != nullptr);
+    auto pLastView =
+        reinterpret_cast<PFun_WgtMenuTest_LastView>(dlsym(MenuLibrary(), "WgtMenuTest_LastView"));
+    QVERIFY(pLastView != nullptr);
+    CLS_ViewBasic* pMenu = pLastView(); // the view made for this tree's panel
+    QVERIFY(pMenu != nullptr);
+    TakeRequests();
+    tree.ShowMenu({MakeEntry("locate", false, false)});
+    const QList<STRCT_MenuRequest> qlstRequests = TakeRequests();
+    QCOMPARE(Keys(qlstRequests), QStringList({"setInfo", "exec"}));
+    QCOMPARE(qlstRequests.at(0).second.value("Info").value<QList<_MenuItem>>().at(0).m_qstrItemId,
+             QString("locate"));
+    delete pMenu;
 }
 
 QTEST_MAIN(tst_CLS_WgtTreeWidgetMenu)
