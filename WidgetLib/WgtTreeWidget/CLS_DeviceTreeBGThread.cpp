@@ -1,1 +1,387 @@
 #include "CLS_DeviceTreeBGThread.h"
+
+#include "CLS_DevManage.h"
+#include "CLS_IApp.h"
+#include "CLS_IDevFactory.h"
+#include "CLS_IResourceTree.h"
+#include "DevStructDefine.h"
+#include "Logger.h"
+#include "LxAppManager.h"
+
+#include <QMap>
+#include <QPair>
+#include <QVector>
+
+#include <memory>
+
+#if defined(__SANITIZE_THREAD__)
+#define WGT_THREAD_SANITIZER 1
+#elif defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+#define WGT_THREAD_SANITIZER 1
+#endif
+#endif
+
+#ifdef WGT_THREAD_SANITIZER
+#include <sanitizer/tsan_interface.h>
+#endif
+
+namespace {
+
+const char* const CONST_MODULE = "WgtTreeWidget"; // module code of this class's log lines
+
+const int CONST_TYPE_CHANNEL = 4;
+
+const int CONST_STATE_CREATED = 0;
+const int CONST_STATE_RUNNING = 1;
+const int CONST_STATE_PAUSED = 2;
+const int CONST_STATE_STOPPED = 3;
+
+const int CONST_APP_STATE_QUITTING = 2;
+
+const int CONST_WAIT_TICKS = 100;  // ticks of one wait
+const int CONST_TICK_MSECS = 100;  // length of a tick
+const int CONST_RETRY_SECONDS = 1; // pause before a retry while the device layer isn't ready
+
+// QReadWriteLock keeps its synchronisation inside QtCore, where a ThreadSanitizer build of this
+// library can't see it; these guards tell the sanitizer what each lock and unlock is. Otherwise
+// they are plain scoped lockers.
+class CLS_ReadGuard
+{
+public:
+    explicit CLS_ReadGuard(QReadWriteLock& _rwlock) : m_rwlock(_rwlock)
+    {
+#ifdef WGT_THREAD_SANITIZER
+        __tsan_mutex_pre_lock(&m_rwlock, __tsan_mutex_read_lock);
+#endif
+        m_rwlock.lockForRead();
+#ifdef WGT_THREAD_SANITIZER
+        __tsan_mutex_post_lock(&m_rwlock, __tsan_mutex_read_lock, 0);
+#endif
+    }
+    ~CLS_ReadGuard()
+    {
+#ifdef WGT_THREAD_SANITIZER
+        __tsan_mutex_pre_unlock(&m_rwlock, __tsan_mutex_read_lock);
+#endif
+        m_rwlock.unlock();
+#ifdef WGT_THREAD_SANITIZER
+        __tsan_mutex_post_unlock(&m_rwlock, __tsan_mutex_read_lock);
+#endif
+    }
+    CLS_ReadGuard(const CLS_ReadGuard&) = delete;
+    CLS_ReadGuard& operator=(const CLS_ReadGuard&) = delete;
+
+private:
+    QReadWriteLock& m_rwlock;
+};
+
+class CLS_WriteGuard
+{
+public:
+    explicit CLS_WriteGuard(QReadWriteLock& _rwlock) : m_rwlock(_rwlock)
+    {
+#ifdef WGT_THREAD_SANITIZER
+        __tsan_mutex_pre_lock(&m_rwlock, 0);
+#endif
+        m_rwlock.lockForWrite();
+#ifdef WGT_THREAD_SANITIZER
+        __tsan_mutex_post_lock(&m_rwlock, 0, 0);
+#endif
+    }
+    ~CLS_WriteGuard()
+    {
+#ifdef WGT_THREAD_SANITIZER
+        __tsan_mutex_pre_unlock(&m_rwlock, 0);
+#endif
+        m_rwlock.unlock();
+#ifdef WGT_THREAD_SANITIZER
+        __tsan_mutex_post_unlock(&m_rwlock, 0);
+#endif
+    }
+    CLS_WriteGuard(const CLS_WriteGuard&) = delete;
+    CLS_WriteGuard& operator=(const CLS_WriteGuard&) = delete;
+
+private:
+    QReadWriteLock& m_rwlock;
+};
+
+// Marks, for the sanitizer, the end of run() on every path out of it. QThread's own handshake
+// between the end of run() and QThread::wait() lives inside QtCore; the destructor pairs this with
+// an acquire after its wait.
+class CLS_RunEndMark
+{
+public:
+    explicit CLS_RunEndMark(void* _pThread) : m_pThread(_pThread) {}
+    ~CLS_RunEndMark()
+    {
+#ifdef WGT_THREAD_SANITIZER
+        __tsan_release(m_pThread);
+#endif
+    }
+    CLS_RunEndMark(const CLS_RunEndMark&) = delete;
+    CLS_RunEndMark& operator=(const CLS_RunEndMark&) = delete;
+
+private:
+    void* m_pThread;
+};
+
+} // namespace
+
+CLS_DeviceTreeBGThread::CLS_DeviceTreeBGThread(QObject* parent)
+    : QThread(parent), m_iState(CONST_STATE_CREATED)
+{
+#ifdef WGT_THREAD_SANITIZER
+    __tsan_mutex_create(&m_rwlockChannelStatus, 0);
+    __tsan_mutex_create(&m_rwlockState, 0);
+#endif
+}
+
+CLS_DeviceTreeBGThread::~CLS_DeviceTreeBGThread()
+{
+    if (isRunning()) {
+        {
+            CLS_WriteGuard lock(m_rwlockState);
+            m_iState = CONST_STATE_STOPPED;
+        }
+        quit(); // run() has no event loop: the state value is what ends it
+        wait();
+    }
+#ifdef WGT_THREAD_SANITIZER
+    __tsan_acquire(this);
+#endif
+    {
+        // The worker's last fold is complete before the cache goes.
+        CLS_WriteGuard lock(m_rwlockChannelStatus);
+        m_mapChannelStatus.clear();
+    }
+#ifdef WGT_THREAD_SANITIZER
+    __tsan_mutex_destroy(&m_rwlockChannelStatus, 0);
+    __tsan_mutex_destroy(&m_rwlockState, 0);
+#endif
+}
+
+int CLS_DeviceTreeBGThread::Start()
+{
+    {
+        CLS_WriteGuard lock(m_rwlockState);
+        if (CONST_STATE_RUNNING == m_iState) {
+            return -1; // the cache is kept
+        }
+        m_iState = CONST_STATE_RUNNING;
+    }
+    // The state lock is released before the cache lock is taken: the two are never held together.
+    CLS_WriteGuard lock(m_rwlockChannelStatus);
+    m_mapChannelStatus.clear();
+    return 0;
+}
+
+int CLS_DeviceTreeBGThread::Pause()
+{
+    CLS_WriteGuard lock(m_rwlockState);
+    m_iState = CONST_STATE_PAUSED;
+    return 0;
+}
+
+int CLS_DeviceTreeBGThread::Stop()
+{
+    CLS_WriteGuard lock(m_rwlockState);
+    m_iState = CONST_STATE_STOPPED;
+    return 0;
+}
+
+void CLS_DeviceTreeBGThread::SlotChannelStatusChanged()
+{
+    CLS_WriteGuard lock(m_rwlockChannelStatus);
+    m_mapChannelStatus.clear();
+}
+
+int CLS_DeviceTreeBGThread::IsImageChannel(const QString& _qstrId)
+{
+    CLS_IResourceTree* pResourceTree = DevManage::GetResourceTree();
+    if (nullptr == pResourceTree) {
+        WGT_LOG(CONST_MODULE, 3) << "nullptr == pResourceTree ";
+        return -1;
+    }
+
+    std::weak_ptr<STRCT_VideoItem> wpItem;
+    if (pResourceTree->GetItem(wpItem, _qstrId).m_iCode < 0) {
+        return -1;
+    }
+    std::string strParentId;
+    {
+        // Held only while the item is read.
+        std::shared_ptr<STRCT_VideoItem> spItem = wpItem.lock();
+        if (nullptr == spItem) {
+            WGT_LOG(CONST_MODULE, 3) << "nullptr == spItem " << _qstrId.toStdString();
+            return -1;
+        }
+        if (CONST_TYPE_CHANNEL != spItem->GetType()) {
+            return -1;
+        }
+        strParentId = spItem->m_strParentId;
+    }
+
+    // The device answers for all its channels, by way of the first channel below the parent.
+    // Kept: the parent id is converted as ASCII.
+    QVector<std::weak_ptr<STRCT_VideoItem>> qvecChildren;
+    if (pResourceTree->ListChildren(qvecChildren, QString::fromLatin1(strParentId.c_str())).m_iCode < 0 ||
+        qvecChildren.isEmpty()) {
+        return 0;
+    }
+    for (const std::weak_ptr<STRCT_VideoItem>& wpChild : qvecChildren) {
+        std::string strChannelId;
+        {
+            std::shared_ptr<STRCT_VideoItem> spChild = wpChild.lock();
+            if (nullptr == spChild || CONST_TYPE_CHANNEL != spChild->GetType()) {
+                continue;
+            }
+            strChannelId = spChild->m_strId;
+        }
+        CLS_IDevFactory* pDevFactory = DevManage::GetDevFactory();
+        if (nullptr == pDevFactory) {
+            return 0;
+        }
+        QMap<QString, QString> qmapValues;
+        QString qstrValue;
+        return pDevFactory->QueryDeviceParam(QString::fromUtf8(strChannelId.c_str()), 0, PARAM_IMAGE_CHANNEL,
+                                             qmapValues, qstrValue);
+    }
+    return 0;
+}
+
+void CLS_DeviceTreeBGThread::run()
+{
+    CLS_RunEndMark clsRunEnd(this);
+
+    for (;;) {
+        // 1. Deliberately read without the lock (the atomic keeps the read defined).
+        if (CONST_STATE_RUNNING != m_iState.load(std::memory_order_relaxed)) {
+            return;
+        }
+
+        // 2.
+        QMap<QString, QPair<bool, int>> qmapChanges;
+        std::map<std::string, int> mapStatus; // sorted by id, one status per id
+
+        // 3.-5. First pass: every channel as the resource tree lists it.
+        CLS_IResourceTree* pResourceTree = DevManage::GetResourceTree();
+        if (nullptr == pResourceTree) {
+            QThread::sleep(CONST_RETRY_SECONDS);
+            continue;
+        }
+        QVector<std::weak_ptr<STRCT_VideoItem>> qvecItems;
+        if (pResourceTree->ListItemsOfType(qvecItems, CONST_TYPE_CHANNEL, QVector<QString>()).m_iCode < 0) {
+            QThread::sleep(CONST_RETRY_SECONDS);
+            continue;
+        }
+        for (const std::weak_ptr<STRCT_VideoItem>& wpItem : qvecItems) {
+            // A strong reference only while this one item is read.
+            std::shared_ptr<STRCT_VideoItem> spItem = wpItem.lock();
+            if (nullptr == spItem || CONST_TYPE_CHANNEL != spItem->GetType()) {
+                continue;
+            }
+            mapStatus[spItem->m_strId] = spItem->m_iStatus;
+        }
+
+        // 6. Fold into the cache. IsImageChannel asks the device layer under this lock, once per
+        // channel new to the cache.
+        if (!mapStatus.empty()) {
+            CLS_WriteGuard lock(m_rwlockChannelStatus);
+            for (const auto& pairStatus : mapStatus) {
+                if (pairStatus.first.empty()) {
+                    continue;
+                }
+                const QString qstrId = QString::fromUtf8(pairStatus.first.c_str());
+                auto it = m_mapChannelStatus.find(pairStatus.first);
+                if (it == m_mapChannelStatus.end()) {
+                    // -1 and 0 both mean no image channel.
+                    const bool blImage = IsImageChannel(qstrId) > 0;
+                    m_mapChannelStatus[pairStatus.first] = std::make_pair(blImage, pairStatus.second);
+                    qmapChanges.insert(qstrId, qMakePair(blImage, pairStatus.second));
+                } else if (it->second.second != pairStatus.second) {
+                    it->second.second = pairStatus.second;
+                    qmapChanges.insert(qstrId, qMakePair(it->second.first, pairStatus.second));
+                }
+            }
+        }
+
+        // 7. Without a factory the pass ends here and starts again at once: the cache has taken
+        // this pass's changes in, so they are not reported until they change again. Kept.
+        CLS_IDevFactory* pDevFactory = DevManage::GetDevFactory();
+        if (nullptr == pDevFactory) {
+            WGT_LOG(CONST_MODULE, 3) << "nullptr == pDevFactory ";
+            continue;
+        }
+
+        // 8. Same without the list of ids.
+        QVector<QString> qvecIds;
+        if (pResourceTree->ListIdsOfType(CONST_TYPE_CHANNEL, qvecIds).m_iCode < 0) {
+            continue;
+        }
+
+        // 9. Second pass: each admitted id read afresh. An id can overwrite its entry of step 6
+        // with a later value; the last write counts.
+        for (const QString& qstrId : qvecIds) {
+            if (!pDevFactory->IsIdAdmitted(qstrId)) {
+                continue;
+            }
+            CLS_IResourceTree* pTree = DevManage::GetResourceTree();
+            if (nullptr == pTree) {
+                continue;
+            }
+            std::weak_ptr<STRCT_VideoItem> wpItem;
+            if (pTree->GetItemOfChannel(wpItem, qstrId, -1, 0).m_iCode < 0) {
+                continue;
+            }
+            std::shared_ptr<STRCT_VideoItem> spItem = wpItem.lock();
+            if (nullptr == spItem) {
+                continue;
+            }
+            const int iStatus = spItem->m_iStatus;
+            spItem.reset();
+
+            const std::string strId = qstrId.toUtf8().toStdString();
+            CLS_WriteGuard lock(m_rwlockChannelStatus);
+            auto it = m_mapChannelStatus.find(strId);
+            if (it == m_mapChannelStatus.end()) {
+                // Only ids the first pass didn't see; their image flag isn't asked.
+                m_mapChannelStatus[strId] = std::make_pair(false, iStatus);
+                qmapChanges.insert(qstrId, qMakePair(false, iStatus));
+            } else if (it->second.second != iStatus) {
+                it->second.second = iStatus;
+                qmapChanges.insert(qstrId, qMakePair(it->second.first, iStatus));
+            }
+        }
+
+        // 10. Nothing changed, nothing sent.
+        if (!qmapChanges.isEmpty()) {
+            emit SignChannelStatusChanged(QVariant::fromValue(qmapChanges));
+        }
+
+        // 11. The wait: short ticks, so that a stop or a cleared cache is seen within one tick.
+        for (int iTick = 0; iTick < CONST_WAIT_TICKS; ++iTick) {
+            auto pFunGetApp =
+                reinterpret_cast<LxAppManager::PFun_GetApp>(LxAppManager::GetModuleFun("GetApp", ""));
+            CLS_IApp* pApp = nullptr == pFunGetApp ? nullptr : pFunGetApp();
+            if (nullptr == pApp) {
+                WGT_LOG(CONST_MODULE, 3) << "nullptr == pApp ";
+                return; // the state stays 1
+            }
+            {
+                CLS_ReadGuard lock(m_rwlockState);
+                if (CONST_STATE_STOPPED == m_iState || CONST_APP_STATE_QUITTING == pApp->GetAppState()) {
+                    return;
+                }
+            }
+            {
+                // An empty cache (cleared, or no channels at all) starts the next pass at once.
+                CLS_ReadGuard lock(m_rwlockChannelStatus);
+                if (m_mapChannelStatus.empty()) {
+                    break;
+                }
+            }
+            QThread::msleep(CONST_TICK_MSECS);
+        }
+    }
+}

@@ -1,5 +1,7 @@
 #include "CLS_WgtDeviceTree.h"
 
+#include "CLS_DeviceTreeBGThread.h"
+
 #include "CLS_DevManage.h"
 #include "CLS_IApp.h"
 #include "CLS_IResourceTree.h"
@@ -155,18 +157,29 @@ void CLS_WgtDeviceTree::StartStatusThread()
             this, [this] { StartStatusThread(); }, Qt::QueuedConnection);
         return;
     }
-    // The status thread (CLS_DeviceTreeBGThread) is created and started here once it is part of the
-    // library: if m_pBGThread is null, make it with this object as parent and connect, by signature,
-    // its SignChannelStatusChanged(QVariant) to UpdateAllChannelsStatus(QVariant) and our
-    // SignChannelStatusUpdate() to its SlotChannelStatusChanged(); then, whenever it is not running,
-    // Start() and QThread::start(QThread::InheritPriority). Until then the tree works without status
-    // polling and m_pBGThread stays null.
+    if (m_pBGThread == nullptr) {
+        m_pBGThread = new CLS_DeviceTreeBGThread(this);
+        // By signature, as automatic connections: the worker's reports arrive queued on this thread.
+        connect(m_pBGThread, SIGNAL(SignChannelStatusChanged(QVariant)), this,
+                SLOT(UpdateAllChannelsStatus(QVariant)));
+        connect(this, SIGNAL(SignChannelStatusUpdate()), m_pBGThread, SLOT(SlotChannelStatusChanged()));
+    }
+    if (!m_pBGThread->isRunning()) {
+        m_pBGThread->Start(); // -1 after an exit by the application state: the old cache stays
+        m_pBGThread->start(QThread::InheritPriority);
+    }
 }
 
 void CLS_WgtDeviceTree::StopStatusThread()
 {
-    // Counterpart of StartStatusThread: disconnect both connections, Stop(), delete (which waits
-    // for the worker to leave its loop), null the pointer. Nothing to do while m_pBGThread is null.
+    if (m_pBGThread == nullptr)
+        return;
+    disconnect(m_pBGThread, SIGNAL(SignChannelStatusChanged(QVariant)), this,
+               SLOT(UpdateAllChannelsStatus(QVariant)));
+    disconnect(this, SIGNAL(SignChannelStatusUpdate()), m_pBGThread, SLOT(SlotChannelStatusChanged()));
+    m_pBGThread->Stop();
+    delete m_pBGThread; // waits until the worker has left its loop
+    m_pBGThread = nullptr;
 }
 
 // ---- model and build ------------------------------------------------------------------------------
