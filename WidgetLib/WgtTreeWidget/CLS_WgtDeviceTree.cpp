@@ -2,6 +2,8 @@
 
 #include "CLS_DeviceTreeBGThread.h"
 
+#include <QHeaderView>
+
 #include "CLS_DevManage.h"
 #include "CLS_IApp.h"
 #include "CLS_IResourceTree.h"
@@ -620,6 +622,7 @@ void CLS_WgtDeviceTree::SlotInit(QString _qstrRootId, QVariant _varData)
     if (m_pTreePanel == nullptr)
         return;
     m_pTreePanel->Init(_qstrRootId, qmapItems, true);
+
     m_pTreePanel->SetAllExpandStatus(true);
     ExpandHostItem(); // folds groups, hosts and decoders back in
 }
@@ -628,6 +631,15 @@ void CLS_WgtDeviceTree::ExpandHostItem()
 {
     if (m_pTreePanel == nullptr)
         return;
+    // Every fold makes the view size its column again from all visible rows, which is quadratic on
+    // a large installation; the column is sized once, after the last fold, instead.
+    CLS_WgtBaseTreeWidget* pBaseTree = m_pTreePanel->GetBaseTree();
+    QHeaderView* pHeader = pBaseTree != nullptr ? pBaseTree->header() : nullptr;
+    const bool blResizeToContents = pHeader != nullptr && pHeader->count() > 0 &&
+                                    pHeader->sectionResizeMode(0) == QHeaderView::ResizeToContents;
+    if (blResizeToContents)
+        pHeader->setSectionResizeMode(QHeaderView::Interactive);
+
     // Collapses, despite the name (kept: pages call it by this name).
     for (auto it = m_qmapNodes.cbegin(); it != m_qmapNodes.cend(); ++it) {
         if (it.key() == m_qstrRootId)
@@ -636,6 +648,9 @@ void CLS_WgtDeviceTree::ExpandHostItem()
         if (iType == CONST_iTypeGroup || iType == CONST_iTypeHost || iType == CONST_iTypeDecoder)
             m_pTreePanel->SetItemExpandStatus(it.key(), TREE_COLLAPSE);
     }
+
+    if (blResizeToContents)
+        pHeader->setSectionResizeMode(QHeaderView::ResizeToContents);
 }
 
 void CLS_WgtDeviceTree::ExpandAll()

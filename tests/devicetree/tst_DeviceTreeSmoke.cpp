@@ -9,6 +9,7 @@
 #include "DevStructDefine.h"
 
 #include <QApplication>
+#include <QHeaderView>
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
@@ -86,6 +87,7 @@ private slots:
 
     void shouldShowOneRootRowForAnEmptyCustomTree();
     void shouldBuildRowsFromNodesAndFoldTheGroups();
+    void shouldSizeColumnToContentsAgainAfterFolding();
     void shouldSurviveHostileNodes();
     void shouldIgnoreAVariantOfTheWrongTypeInSlotInit();
     void shouldNotCrashWhenAPageDeletesTheRowInItsDblClickSlot();
@@ -140,6 +142,20 @@ void CLS_TestDeviceTreeSmoke::shouldBuildRowsFromNodesAndFoldTheGroups()
     QVector<CLS_CustomTreeNode> qvecChildren;
     QCOMPARE(tree.GetChilds("g1", qvecChildren, false), 0);
     QCOMPARE(qvecChildren.size(), 2);
+}
+
+void CLS_TestDeviceTreeSmoke::shouldSizeColumnToContentsAgainAfterFolding()
+{
+    // The fold sizes the column once at its end; the header must be back in its own mode.
+    CLS_SmokeTree tree(nullptr, DEV_TREE_CUSTOM);
+    QCOMPARE(tree.Init(SampleNodes(), "Root"), 0);
+    CLS_WgtBaseTreeWidget* pBase = BaseOf(tree);
+    QCOMPARE(pBase->header()->sectionResizeMode(0), QHeaderView::ResizeToContents);
+    pBase->expandAll();
+    tree.ExpandHostItem();
+    QCOMPARE(pBase->header()->sectionResizeMode(0), QHeaderView::ResizeToContents);
+    QVERIFY(!pBase->GetNodeById("g1")->isExpanded());
+    QVERIFY(pBase->GetNodeById("custom_root_id")->isExpanded());
 }
 
 void CLS_TestDeviceTreeSmoke::shouldSurviveHostileNodes()
