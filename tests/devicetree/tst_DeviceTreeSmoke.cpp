@@ -148,7 +148,8 @@ void CLS_TestDeviceTreeSmoke::shouldSizeColumnToContentsAgainAfterFolding()
 {
     // The fold sizes the column once at its end; the header must be back in its own mode.
     CLS_SmokeTree tree(nullptr, DEV_TREE_CUSTOM);
-    QCOMPARE(tree.Init(SampleNodes(), "Root"), 0);
+    QMap<QString, CLS_CustomTreeNode> qmapNodes = SampleNodes();
+    QCOMPARE(tree.Init(qmapNodes, "Root"), 0);
     CLS_WgtBaseTreeWidget* pBase = BaseOf(tree);
     QCOMPARE(pBase->header()->sectionResizeMode(0), QHeaderView::ResizeToContents);
     pBase->expandAll();
