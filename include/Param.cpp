@@ -21,20 +21,10 @@ void* GetModuleFun(const std::string& _strFunName, const std::string& _strPath)
     // is guarded; a rebind replaces it as a whole.
     static std::map<std::string, void*> mapFuns;
 
-    if (mapFuns.find(_strFunName) == mapFuns.end()) {
-        std::string strDllPath;
-        if (!_strPath.empty()) {
-            strDllPath = _strPath + "/";
-        }
-        strDllPath += CONST_DLL_NAME;
-        // Bound as a whole, also the functions this library never calls.
-        const std::vector<std::string> vecFunNames{"Init",     "IsInit",      "SetParam",
-                                                   "GetParam", "DeleteParam", "UnInit"};
-        mapFuns = Util::GetDllFunction(strDllPath, vecFunNames);
-    }
-
-    auto it = mapFuns.find(_strFunName);
-    return it == mapFuns.end() ? nullptr : it->second;
+    // Bound as a whole, also the functions this library never calls.
+    static const std::vector<std::string> s_vecFunNames{"Init",     "IsInit",      "SetParam",
+                                                        "GetParam", "DeleteParam", "UnInit"};
+    return Util::GetGatewayFunction(mapFuns, _strFunName, _strPath, CONST_DLL_NAME, s_vecFunNames);
 }
 
 std::string GetParam(const std::string& _strSection, const std::string& _strKey,

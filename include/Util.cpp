@@ -96,4 +96,19 @@ bool FileExists(const std::string& _strPath)
     return ifsFile.good();
 }
 
+void* GetGatewayFunction(std::map<std::string, void*>& _mapFuns, const std::string& _strFunName,
+                         const std::string& _strPath, const char* _pDllName,
+                         const std::vector<std::string>& _vecFunNames)
+{
+    if (_mapFuns.find(_strFunName) == _mapFuns.end()) {
+        std::string strDllPath;
+        if (!_strPath.empty())
+            strDllPath = _strPath + "/";
+        strDllPath += _pDllName;
+        _mapFuns = GetDllFunction(strDllPath, _vecFunNames); // replaced as a whole
+    }
+    const auto it = _mapFuns.find(_strFunName);
+    return it == _mapFuns.end() ? nullptr : it->second;
+}
+
 } // namespace Util

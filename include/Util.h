@@ -18,6 +18,13 @@ std::map<std::string, void*> GetDllFunction(const std::string& _strDllName,
 // One-name form of the above. Keeps nothing itself: each call resolves again and writes its lines.
 void* GetDllFunction(const std::string& _strDllName, const std::string& _strFunName);
 
+// The steps every gateway's GetModuleFun shares, on that gateway's own function map: when
+// _strFunName is not in _mapFuns, bind the whole list from "<_strPath>/<_pDllName>" (the bare file
+// name for an empty path) and replace _mapFuns by the result; then give the stored address, or null.
+void* GetGatewayFunction(std::map<std::string, void*>& _mapFuns, const std::string& _strFunName,
+                         const std::string& _strPath, const char* _pDllName,
+                         const std::vector<std::string>& _vecFunNames);
+
 // Directory of the running executable followed by "/../lib" ("/../Frameworks" on macOS): the
 // folder where the widget libraries are deployed. "./" stands for the directory if it can't be read.
 std::string GetModulePath();
