@@ -12,7 +12,11 @@
 #include <QPair>
 #include <QVector>
 
+#include <algorithm>
 #include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 #if defined(__SANITIZE_THREAD__)
 #define WGT_THREAD_SANITIZER 1
@@ -42,6 +46,21 @@ const int CONST_APP_STATE_QUITTING = 2;
 const int CONST_WAIT_TICKS = 100;  // ticks of one wait
 const int CONST_TICK_MSECS = 100;  // length of a tick
 const int CONST_RETRY_SECONDS = 1; // pause before a retry while the device layer isn't ready
+
+// _qstrText as UTF-8 in _strOut, reusing _strOut's storage: plain ASCII ids, the usual case, cost
+// no allocation once the buffer has grown to the longest id.
+void AssignUtf8(std::string& _strOut, const QString& _qstrText)
+{
+    _strOut.clear();
+    for (const QChar ch : _qstrText) {
+        if (ch.unicode() >= 0x80) {
+            const QByteArray qbaUtf8 = _qstrText.toUtf8();
+            _strOut.assign(qbaUtf8.constData(), static_cast<size_t>(qbaUtf8.size()));
+            return;
+        }
+        _strOut.push_back(static_cast<char>(ch.unicode()));
+    }
+}
 
 // QReadWriteLock keeps its synchronisation inside QtCore, where a ThreadSanitizer build of this
 // library can't see it; these guards tell the sanitizer what each lock and unlock is. Otherwise
@@ -260,9 +279,11 @@ void CLS_DeviceTreeBGThread::run()
             return;
         }
 
-        // 2.
+        // 2. The channels of this pass, sorted by id with one status per id. Kept as strong
+        // references with the status read at their moment, so that an unchanged channel costs no
+        // allocation: its id is only compared, never copied.
         QMap<QString, QPair<bool, int>> qmapChanges;
-        std::map<std::string, int> mapStatus; // sorted by id, one status per id
+        std::vector<std::pair<std::shared_ptr<STRCT_VideoItem>, int>> vecChannels;
 
         // 3.-5. First pass: every channel as the resource tree lists it.
         CLS_IResourceTree* pResourceTree = DevManage::GetResourceTree();
@@ -275,36 +296,48 @@ void CLS_DeviceTreeBGThread::run()
             QThread::sleep(CONST_RETRY_SECONDS);
             continue;
         }
+        vecChannels.reserve(static_cast<size_t>(qvecItems.size()));
         for (const std::weak_ptr<STRCT_VideoItem>& wpItem : qvecItems) {
-            // A strong reference only while this one item is read.
             std::shared_ptr<STRCT_VideoItem> spItem = wpItem.lock();
             if (nullptr == spItem || CONST_TYPE_CHANNEL != spItem->GetType()) {
                 continue;
             }
-            mapStatus[spItem->m_strId] = spItem->m_iStatus;
+            const int iStatus = spItem->m_iStatus;
+            vecChannels.emplace_back(std::move(spItem), iStatus);
         }
+        // Sorted by id; of several entries with one id the last one listed counts.
+        std::stable_sort(vecChannels.begin(), vecChannels.end(), [](const auto& _first, const auto& _second) {
+            return _first.first->m_strId < _second.first->m_strId;
+        });
 
         // 6. Fold into the cache. IsImageChannel asks the device layer under this lock, once per
         // channel new to the cache.
-        if (!mapStatus.empty()) {
+        if (!vecChannels.empty()) {
             CLS_WriteGuard lock(m_rwlockChannelStatus);
-            for (const auto& pairStatus : mapStatus) {
-                if (pairStatus.first.empty()) {
+            for (size_t i = 0; i < vecChannels.size(); ++i) {
+                const std::string& strId = vecChannels[i].first->m_strId;
+                if (i + 1 < vecChannels.size() && vecChannels[i + 1].first->m_strId == strId) {
+                    continue; // a later entry of the same id counts
+                }
+                if (strId.empty()) {
                     continue;
                 }
-                const QString qstrId = QString::fromUtf8(pairStatus.first.c_str());
-                auto it = m_mapChannelStatus.find(pairStatus.first);
+                const int iStatus = vecChannels[i].second;
+                auto it = m_mapChannelStatus.find(strId);
                 if (it == m_mapChannelStatus.end()) {
+                    const QString qstrId = QString::fromUtf8(strId.c_str());
                     // -1 and 0 both mean no image channel.
                     const bool blImage = IsImageChannel(qstrId) > 0;
-                    m_mapChannelStatus[pairStatus.first] = std::make_pair(blImage, pairStatus.second);
-                    qmapChanges.insert(qstrId, qMakePair(blImage, pairStatus.second));
-                } else if (it->second.second != pairStatus.second) {
-                    it->second.second = pairStatus.second;
-                    qmapChanges.insert(qstrId, qMakePair(it->second.first, pairStatus.second));
+                    m_mapChannelStatus[strId] = std::make_pair(blImage, iStatus);
+                    qmapChanges.insert(qstrId, qMakePair(blImage, iStatus));
+                } else if (it->second.second != iStatus) {
+                    it->second.second = iStatus;
+                    qmapChanges.insert(QString::fromUtf8(strId.c_str()),
+                                       qMakePair(it->second.first, iStatus));
                 }
             }
         }
+        vecChannels.clear();
 
         // 7. Without a factory the pass ends here and starts again at once: the cache has taken
         // this pass's changes in, so they are not reported until they change again. Kept.
@@ -322,6 +355,7 @@ void CLS_DeviceTreeBGThread::run()
 
         // 9. Second pass: each admitted id read afresh. An id can overwrite its entry of step 6
         // with a later value; the last write counts.
+        std::string strId; // one buffer for the whole pass
         for (const QString& qstrId : qvecIds) {
             if (!pDevFactory->IsIdAdmitted(qstrId)) {
                 continue;
@@ -341,7 +375,7 @@ void CLS_DeviceTreeBGThread::run()
             const int iStatus = spItem->m_iStatus;
             spItem.reset();
 
-            const std::string strId = qstrId.toUtf8().toStdString();
+            AssignUtf8(strId, qstrId);
             CLS_WriteGuard lock(m_rwlockChannelStatus);
             auto it = m_mapChannelStatus.find(strId);
             if (it == m_mapChannelStatus.end()) {
