@@ -962,7 +962,7 @@ bool CLS_WgtDeviceTree::IsImageChannel(const QString& _qstrId)
 
 // ---- changes ----------------------------------------------------------------------------------------
 
-int CLS_WgtDeviceTree::AddItem(QString _qstrTreeId)
+int CLS_WgtDeviceTree::FindVideoItem(const QString& _qstrTreeId, std::weak_ptr<STRCT_VideoItem>& _wpItem)
 {
     QMap<QString, std::weak_ptr<STRCT_VideoItem>> qmapData;
     const int iRet = GetVideoData(qmapData);
@@ -971,7 +971,15 @@ int CLS_WgtDeviceTree::AddItem(QString _qstrTreeId)
     auto it = qmapData.constFind(_qstrTreeId);
     if (it == qmapData.cend())
         return -1;
-    return AddItem(it.value());
+    _wpItem = it.value();
+    return 0;
+}
+
+int CLS_WgtDeviceTree::AddItem(QString _qstrTreeId)
+{
+    std::weak_ptr<STRCT_VideoItem> wpItem;
+    const int iRet = FindVideoItem(_qstrTreeId, wpItem);
+    return iRet < 0 ? iRet : AddItem(wpItem);
 }
 
 int CLS_WgtDeviceTree::AddItem(std::weak_ptr<STRCT_VideoItem> _pItem)
@@ -1062,14 +1070,11 @@ int CLS_WgtDeviceTree::AddItems(QVariant _qvarNodes)
 
 int CLS_WgtDeviceTree::ModifyItem(QString _qstrTreeId)
 {
-    QMap<QString, std::weak_ptr<STRCT_VideoItem>> qmapData;
-    const int iRet = GetVideoData(qmapData);
+    std::weak_ptr<STRCT_VideoItem> wpItem;
+    const int iRet = FindVideoItem(_qstrTreeId, wpItem);
     if (iRet < 0)
         return iRet;
-    auto it = qmapData.constFind(_qstrTreeId);
-    if (it == qmapData.cend())
-        return -1;
-    const std::shared_ptr<STRCT_VideoItem> spItem = it.value().lock();
+    const std::shared_ptr<STRCT_VideoItem> spItem = wpItem.lock();
     if (!spItem)
         return -1;
     return ModifyItem(spItem.get());

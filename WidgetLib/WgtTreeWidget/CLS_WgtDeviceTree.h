@@ -124,6 +124,8 @@ public:
                        QString& _qstrRootId);
     // This tree's current resources from the device layer, appended to _qmapData.
     int GetVideoData(QMap<QString, std::weak_ptr<STRCT_VideoItem>>& _qmapData);
+    // The resource of one tree id out of GetVideoData: its result when negative, -1 when absent.
+    int FindVideoItem(const QString& _qstrTreeId, std::weak_ptr<STRCT_VideoItem>& _wpItem);
 
     // Folds groups, hosts and decoders (the root stays open).
     void ExpandHostItem();

@@ -1,5 +1,6 @@
 // Building, lookups, walkers and expansion of CLS_WgtBaseTreeWidget.
 
+#include "CLS_TestBaseTree.h"
 #include "CLS_TreeSnapshot.h"
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtTreeWidgetItem.h"
@@ -12,30 +13,6 @@
 #include <QtTest>
 
 using CLS_TreeSnapshot::Snapshot;
-
-// Exposes the protected build steps and fields to the tests.
-class CLS_TestBaseTree : public CLS_WgtBaseTreeWidget
-{
-public:
-    using CLS_WgtBaseTreeWidget::CLS_WgtBaseTreeWidget;
-    using CLS_WgtBaseTreeWidget::CreateNode;
-    using CLS_WgtBaseTreeWidget::CreateTree;
-    using CLS_WgtBaseTreeWidget::m_blCheckEnable;
-    using CLS_WgtBaseTreeWidget::m_blDragEnable;
-    using CLS_WgtBaseTreeWidget::m_blDragging;
-    using CLS_WgtBaseTreeWidget::m_blDropEnable;
-    using CLS_WgtBaseTreeWidget::m_blRightClickEnable;
-    using CLS_WgtBaseTreeWidget::m_blSendChecked;
-    using CLS_WgtBaseTreeWidget::m_blSendSelected;
-    using CLS_WgtBaseTreeWidget::m_clsDragItem;
-    using CLS_WgtBaseTreeWidget::m_iBtnShowType;
-    using CLS_WgtBaseTreeWidget::m_iDefaultFlags;
-    using CLS_WgtBaseTreeWidget::m_iTextMaxWidth;
-    using CLS_WgtBaseTreeWidget::m_pHoverNode;
-    using CLS_WgtBaseTreeWidget::m_qmapNodes;
-    using CLS_WgtBaseTreeWidget::m_qstrRootId;
-    using CLS_WgtBaseTreeWidget::SortByNo;
-};
 
 namespace {
 

@@ -28,6 +28,7 @@ public:
 
     using CLS_WgtBaseTreeWidget::CreateItemButtons;
     using CLS_WgtBaseTreeWidget::CreateNode;
+    using CLS_WgtBaseTreeWidget::CreateTree;
     using CLS_WgtBaseTreeWidget::dragEnterEvent;
     using CLS_WgtBaseTreeWidget::dropEvent;
     using CLS_WgtBaseTreeWidget::leaveEvent;
@@ -39,6 +40,7 @@ public:
     using CLS_WgtBaseTreeWidget::SlotClicked;
     using CLS_WgtBaseTreeWidget::SlotCurrentChanged;
     using CLS_WgtBaseTreeWidget::SlotDblClicked;
+    using CLS_WgtBaseTreeWidget::SortByNo;
 
     using CLS_WgtBaseTreeWidget::m_blCheckEnable;
     using CLS_WgtBaseTreeWidget::m_blDragEnable;
