@@ -27,6 +27,11 @@ void LxAppManagerCtl_SetDataManagerAvailable(int _iAvailable);
  * "GetAppSignals", "AppQuit" or "GetAppHandle"; -1 for another name. */
 int LxAppManagerCtl_CallCount(const char* _pFunction);
 
+/* Emits SignResizeView(_dXScale, _dYScale) of the one I_AppSignals hub (the one "GetAppSignals"
+ * gives), on the calling thread: what the application does when the interface scale changes.
+ * Connected widgets of other threads get it queued. */
+void LxAppManagerCtl_EmitResizeView(double _dXScale, double _dYScale);
+
 #ifdef __cplusplus
 }
 #endif

@@ -63,12 +63,19 @@ extern "C" void* GetAppHandle()
     return App();
 }
 
+namespace {
+// One hub for the process, made on the thread of the first caller (the GUI thread in a client).
+I_AppSignals* AppSignals()
+{
+    static I_AppSignals* s_pSignals = new I_AppSignals();
+    return s_pSignals;
+}
+} // namespace
+
 extern "C" I_AppSignals* GetAppSignals()
 {
     ++s_iGetAppSignalsCalls;
-    // One hub for the process, made on the thread of the first caller (the GUI thread in a client).
-    static I_AppSignals* s_pSignals = new I_AppSignals();
-    return s_pSignals;
+    return AppSignals();
 }
 
 // ---- control interface --------------------------------------------------------------------------
@@ -109,6 +116,12 @@ extern "C" void LxAppManagerCtl_SetAppDataAvailable(int _iAvailable)
 extern "C" void LxAppManagerCtl_SetDataManagerAvailable(int _iAvailable)
 {
     AppData()->SetDataManagerAvailable(0 != _iAvailable);
+}
+
+extern "C" void LxAppManagerCtl_EmitResizeView(double _dXScale, double _dYScale)
+{
+    // Not counted as a call of "GetAppSignals": the counters are what the widget library asked for.
+    emit AppSignals()->SignResizeView(_dXScale, _dYScale);
 }
 
 extern "C" int LxAppManagerCtl_CallCount(const char* _pFunction)
