@@ -1,6 +1,7 @@
 #include "CLS_RefDevStore.h"
 
 #include "CLS_IDevFactory.h"
+#include "CLS_RefInstallation.h"
 #include "DevManageControl.h"
 #include "STRCT_DevRecords.h"
 
@@ -80,6 +81,7 @@ void CLS_RefDevStore::ResetLocked()
 
 void CLS_RefDevStore::ClearItemsLocked()
 {
+    ++m_ullRevision;
     m_mapItems.clear();
     m_mapOrder.clear();
     m_mapChildren.clear();
@@ -145,14 +147,30 @@ int CLS_RefDevStore::AddItemLocked(int _iType, const std::string& _strId, const 
     if (int* pChannelNo = DevRecordChannelNo(spItem.get())) {
         *pChannelNo = _iChannelNo;
     }
-
-    STRCT_Entry strctEntry;
-    strctEntry.m_spItem = spItem;
-    strctEntry.m_ullSeq = m_ullNextSeq++;
-    m_mapOrder[strctEntry.m_ullSeq] = _strId;
-    m_mapChildren[_strParentId][strctEntry.m_ullSeq] = _strId;
-    m_mapItems[_strId] = strctEntry;
+    InsertLocked(spItem);
     return 0;
+}
+
+void CLS_RefDevStore::InsertLocked(const std::shared_ptr<STRCT_VideoItem>& _spItem)
+{
+    ++m_ullRevision;
+    STRCT_Entry strctEntry;
+    strctEntry.m_spItem = _spItem;
+    strctEntry.m_ullSeq = m_ullNextSeq++;
+    m_mapOrder[strctEntry.m_ullSeq] = _spItem->m_strId;
+    m_mapChildren[_spItem->m_strParentId][strctEntry.m_ullSeq] = _spItem->m_strId;
+    m_mapItems[_spItem->m_strId] = strctEntry;
+}
+
+bool CLS_RefDevStore::SetStatusLocked(STRCT_Entry& _strctEntry, int _iStatus)
+{
+    if (_strctEntry.m_spItem->m_iStatus == _iStatus) {
+        return false;
+    }
+    std::shared_ptr<STRCT_VideoItem> spNew = CloneDevRecord(_strctEntry.m_spItem);
+    spNew->m_iStatus = _iStatus;
+    Replace(_strctEntry, spNew);
+    return true;
 }
 
 // ---- operations ---------------------------------------------------------------------------------
@@ -425,6 +443,7 @@ int CLS_RefDevStore::RemoveItem(const std::string& _strId)
     }
     m_mapOrder.erase(ullSeq);
     m_mapItems.erase(it); // the last strong reference of the layer goes here
+    ++m_ullRevision;
     return 0;
 }
 
@@ -601,4 +620,121 @@ void CLS_RefDevStore::ClearCustomTree()
 {
     std::lock_guard<std::mutex> lock(m_mtx);
     m_qmapCustomNodes.clear();
+}
+
+// ---- whole installations --------------------------------------------------------------------------
+
+int CLS_RefDevStore::LoadInstallation(const STRCT_RefInstallation& _strctInstallation)
+{
+    std::lock_guard<std::mutex> lock(m_mtx);
+    ResetLocked();
+    m_strLoadError.clear();
+    for (const STRCT_RefItemValues& strctValues : _strctInstallation.m_vecItems) {
+        std::shared_ptr<STRCT_VideoItem> spItem = MakeDevRecord(strctValues.m_iType);
+        if (!spItem || strctValues.m_strId.empty() || m_mapItems.count(strctValues.m_strId) > 0) {
+            continue; // the reader and the generator never hand such an item in
+        }
+        spItem->m_strId = strctValues.m_strId;
+        spItem->m_strName = strctValues.m_strName;
+        spItem->m_strParentId = strctValues.m_strParentId;
+        spItem->m_iOrderNo = strctValues.m_iOrderNo;
+        spItem->m_iStatus = strctValues.m_iStatus;
+        spItem->m_strTreeId = strctValues.m_strTreeId.empty() ? strctValues.m_strId : strctValues.m_strTreeId;
+        spItem->m_strExtend = strctValues.m_strExtend;
+        spItem->m_iDevBindType = strctValues.m_iDevBindType;
+        if (int* pChannelNo = DevRecordChannelNo(spItem.get())) {
+            *pChannelNo = strctValues.m_iChannelNo;
+        }
+        if (STRCT_DevHost* pHost = dynamic_cast<STRCT_DevHost*>(spItem.get())) {
+            pHost->m_strAddress = strctValues.m_strAddress;
+            pHost->m_iPort = strctValues.m_iPort;
+        } else if (STRCT_DevDecoder* pDecoder = dynamic_cast<STRCT_DevDecoder*>(spItem.get())) {
+            pDecoder->m_strAddress = strctValues.m_strAddress;
+            pDecoder->m_iPort = strctValues.m_iPort;
+        } else if (STRCT_DevChannel* pChannel = dynamic_cast<STRCT_DevChannel*>(spItem.get())) {
+            pChannel->m_iStreamType = strctValues.m_iStreamType;
+        }
+        InsertLocked(spItem);
+    }
+    for (const CLS_CustomTreeNode& clsNode : _strctInstallation.m_qvecNodes) {
+        if (!clsNode.m_qstrTreeId.isEmpty()) {
+            m_qmapCustomNodes.insert(clsNode.m_qstrTreeId, clsNode);
+        }
+    }
+    for (const auto& pairParam : _strctInstallation.m_mapImageParams) {
+        m_mapDeviceParam[pairParam.first] = pairParam.second;
+    }
+    return static_cast<int>(m_mapItems.size());
+}
+
+void CLS_RefDevStore::FailLoad(const std::string& _strError)
+{
+    std::lock_guard<std::mutex> lock(m_mtx);
+    ResetLocked();
+    m_strLoadError = _strError;
+}
+
+std::string CLS_RefDevStore::LoadError()
+{
+    std::lock_guard<std::mutex> lock(m_mtx);
+    return m_strLoadError;
+}
+
+bool CLS_RefDevStore::SimulateStep(std::mt19937& _rng, std::string& _strId, int& _iStatus)
+{
+    std::lock_guard<std::mutex> lock(m_mtx);
+    // Candidates in insertion order, so that one seed picks the same ids in the same installation.
+    if (m_ullSimRevision != m_ullRevision) {
+        m_vecSimHosts.clear();
+        m_vecSimChannels.clear();
+        for (const auto& pairOrder : m_mapOrder) {
+            STRCT_Entry& strctEntry = m_mapItems.at(pairOrder.second);
+            const int iType = strctEntry.m_spItem->GetType();
+            if (3 == iType) {
+                m_vecSimHosts.push_back(&strctEntry);
+            } else if (4 == iType) {
+                m_vecSimChannels.push_back(&strctEntry);
+            }
+        }
+        m_ullSimRevision = m_ullRevision;
+    }
+    const std::vector<STRCT_Entry*>& vecHosts = m_vecSimHosts;
+    const std::vector<STRCT_Entry*>& vecChannels = m_vecSimChannels;
+    if (vecHosts.empty() && vecChannels.empty()) {
+        return false;
+    }
+
+    // One event in eight is a host, unless there are only hosts or only channels.
+    STRCT_Entry* pEntry = nullptr;
+    const bool blHost = vecChannels.empty() || (!vecHosts.empty() && 0 == _rng() % 8);
+    const std::vector<STRCT_Entry*>& vecFrom = blHost ? vecHosts : vecChannels;
+    pEntry = vecFrom[std::uniform_int_distribution<size_t>(0, vecFrom.size() - 1)(_rng)];
+
+    // A channel below an off-line host cannot come on line by itself: its event brings the host
+    // back instead.
+    if (!blHost) {
+        auto itParent = m_mapItems.find(pEntry->m_spItem->m_strParentId);
+        if (itParent != m_mapItems.end() && 3 == itParent->second.m_spItem->GetType() &&
+            1 != itParent->second.m_spItem->m_iStatus) {
+            pEntry = &itParent->second;
+        }
+    }
+
+    const int iNewStatus = 1 == pEntry->m_spItem->m_iStatus ? 0 : 1;
+    _strId = pEntry->m_spItem->m_strId;
+    _iStatus = iNewStatus;
+    SetStatusLocked(*pEntry, iNewStatus);
+    if (3 == pEntry->m_spItem->GetType()) {
+        // A host takes its channels with it, off line and back on line.
+        auto itChildren = m_mapChildren.find(_strId);
+        if (itChildren != m_mapChildren.end()) {
+            for (const auto& pairChild : itChildren->second) {
+                STRCT_Entry& strctChild = m_mapItems.at(pairChild.second);
+                if (4 == strctChild.m_spItem->GetType()) {
+                    SetStatusLocked(strctChild, iNewStatus);
+                }
+            }
+        }
+    }
+    return true;
 }

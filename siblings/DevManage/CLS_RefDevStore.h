@@ -19,7 +19,11 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <random>
 #include <string>
+#include <vector>
+
+struct STRCT_RefInstallation;
 
 class CLS_RefDevStore
 {
@@ -75,6 +79,20 @@ public:
     int RemoveCustomNode(const QString& _qstrTreeId);
     void ClearCustomTree();
 
+    // ---- whole installations (CLS_RefInstallation) ----
+    // Reset, then every item, node and image answer of _strctInstallation, all under one hold of
+    // the lock: a reader sees the old installation or the new one, never a part. Forgets the last
+    // load error. Returns the number of resource items.
+    int LoadInstallation(const STRCT_RefInstallation& _strctInstallation);
+    // Reset, and keep _strError as the last load error.
+    void FailLoad(const std::string& _strError);
+    std::string LoadError();
+
+    // One event of the status simulation, made the way SetStatus makes a change: a random host or
+    // channel changes its state (see CLS_RefDevSimulator). False when there is neither; otherwise
+    // the picked id and its new status.
+    bool SimulateStep(std::mt19937& _rng, std::string& _strId, int& _iStatus);
+
 private:
     CLS_RefDevStore();
 
@@ -101,6 +119,10 @@ private:
     void Replace(STRCT_Entry& _strctEntry, const std::shared_ptr<STRCT_VideoItem>& _spNew);
     std::weak_ptr<STRCT_VideoItem> HandOut(const STRCT_Entry& _strctEntry, int _iStaleBit) const;
     void AppendStaleEntries(QVector<std::weak_ptr<STRCT_VideoItem>>& _qvecItems) const;
+    // Takes _spItem into the installation, after the items already there.
+    void InsertLocked(const std::shared_ptr<STRCT_VideoItem>& _spItem);
+    // Replaces the item by a copy with _iStatus, when that differs; true if it changed.
+    bool SetStatusLocked(STRCT_Entry& _strctEntry, int _iStatus);
     int AddItemLocked(int _iType, const std::string& _strId, const std::string& _strName,
                       const std::string& _strParentId, int _iOrderNo, int _iStatus, int _iChannelNo,
                       const std::string& _strTreeId);
@@ -120,4 +142,11 @@ private:
     std::map<std::string, std::string> m_mapLastCalls;
     std::map<std::string, bool> m_mapObjectAvailable; // "GetResourceTree", "GetDevFactory", "GetCustomTree"
     QMap<QString, CLS_CustomTreeNode> m_qmapCustomNodes; // tree id -> node
+    std::string m_strLoadError;                          // kept by Reset: it belongs to the last load
+    // The simulation's candidates in insertion order, made again when m_ullRevision has moved on
+    // (items added or removed). Entries of a std::map stay where they are until erased.
+    unsigned long long m_ullRevision = 0;
+    unsigned long long m_ullSimRevision = ~0ULL;
+    std::vector<STRCT_Entry*> m_vecSimHosts;
+    std::vector<STRCT_Entry*> m_vecSimChannels;
 };

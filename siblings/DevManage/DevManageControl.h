@@ -121,6 +121,48 @@ int DevManageCtl_CallCount(const char* _pOperation);
  * the full length, or -1 when the operation is unknown or was not called. */
 int DevManageCtl_LastCall(const char* _pOperation, char* _pBuffer, int _iSize);
 
+/* ---- installations from JSON, generated installations, status simulation ------------------ */
+
+/* Reset (as DevManageCtl_Reset), then the installation described by the JSON text (UTF-8; the
+ * format is docs/installation-format.md). The whole installation goes in at once: a reader sees
+ * the old one or the new one. Returns the number of resource items, root included, or -1 when
+ * the text is no JSON or breaks a rule of the format; the store is then reset and empty, and
+ * DevManageCtl_LastLoadError tells why. A null text is invalid. */
+int DevManageCtl_LoadInstallation(const char* _pJsonText);
+
+/* The same from a file; -1 (store reset and empty, error kept) when the file cannot be read. */
+int DevManageCtl_LoadInstallationFile(const char* _pPath);
+
+/* The message of the last failed load as "<path>: <problem>", empty after a successful load or
+ * generation, kept by DevManageCtl_Reset. Copies at most _iSize - 1 bytes and a terminating zero
+ * into _pBuffer (if not null) and returns the full length. */
+int DevManageCtl_LastLoadError(char* _pBuffer, int _iSize);
+
+/* Reset, then a synthetic installation: _iChannels channels in hosts of _iChannelsPerHost (the
+ * last host takes the rest), up to four groups, alarms on every fourth host, one decoder with four
+ * outputs and two inputs, a custom tree, favourites and a passenger-flow tree over some channels.
+ * The same arguments give the same installation (layout in docs/installation-format.md). Returns
+ * the number of resource items; -1, with nothing changed, when _iChannels < 0 or
+ * _iChannelsPerHost < 1. */
+int DevManageCtl_GenerateInstallation(int _iChannels, int _iChannelsPerHost);
+
+/* Starts one background thread that makes about _iChangesPerSecond status events a second. Each
+ * event picks a random host (one in eight) or channel from the installation as it is then, with a
+ * generator seeded by _uiSeed, and toggles it between 0 and 1 the way DevManageCtl_SetStatus
+ * changes an item, under the layer's lock. A host takes all its channels with it, off line and
+ * back on line; a channel picked below an off-line host brings the host (and so its channels)
+ * back instead. The same seed on the same installation, with nothing else changing statuses,
+ * picks the same events. 0, or -1 if a simulation runs already or the rate is below 1. */
+int DevManageCtl_StartSimulation(int _iChangesPerSecond, unsigned int _uiSeed);
+
+/* Stops the simulation and joins its thread; nothing when none runs. Unloading the library or
+ * leaving the process stops it too. */
+void DevManageCtl_StopSimulation(void);
+
+/* Events applied since the last DevManageCtl_StartSimulation (kept after the stop); one event
+ * counts once however many channels a host takes with it. */
+int DevManageCtl_SimulationChanges(void);
+
 /* ---- custom tree -------------------------------------------------------------------------- */
 
 /* Adds or replaces the custom-tree node _pTreeId. The roots "custom_root_id", "favorite_root_id"

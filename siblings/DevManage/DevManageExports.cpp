@@ -3,9 +3,13 @@
 
 #include "CLS_RefCustomTree.h"
 #include "CLS_RefDevFactory.h"
+#include "CLS_RefDevSimulator.h"
 #include "CLS_RefDevStore.h"
+#include "CLS_RefInstallation.h"
 #include "CLS_RefResourceTree.h"
 #include "DevManageControl.h"
+
+#include <QFile>
 
 #include <algorithm>
 #include <cstring>
@@ -41,6 +45,28 @@ CLS_RefCustomTree* CustomTree()
     // outlive the application object in a static destructor.
     static CLS_RefCustomTree* s_pCustomTree = new CLS_RefCustomTree();
     return s_pCustomTree;
+}
+
+// Copies _strText the way every text-returning control function does.
+int CopyText(const std::string& _strText, char* _pBuffer, int _iSize)
+{
+    if (nullptr != _pBuffer && _iSize > 0) {
+        const size_t uiCopy = std::min(_strText.size(), static_cast<size_t>(_iSize - 1));
+        std::memcpy(_pBuffer, _strText.data(), uiCopy);
+        _pBuffer[uiCopy] = '\0';
+    }
+    return static_cast<int>(_strText.size());
+}
+
+int LoadJson(const QByteArray& _qbaJson)
+{
+    STRCT_RefInstallation strctInstallation;
+    QString qstrError;
+    if (0 != RefInstallation::Parse(_qbaJson, strctInstallation, qstrError)) {
+        CLS_RefDevStore::Instance().FailLoad(qstrError.toUtf8().toStdString());
+        return -1;
+    }
+    return CLS_RefDevStore::Instance().LoadInstallation(strctInstallation);
 }
 
 } // namespace
@@ -184,12 +210,7 @@ extern "C" int DevManageCtl_LastCall(const char* _pOperation, char* _pBuffer, in
     if (0 != CLS_RefDevStore::Instance().LastCall(Text(_pOperation), strArgs)) {
         return -1;
     }
-    if (nullptr != _pBuffer && _iSize > 0) {
-        const size_t uiCopy = std::min(strArgs.size(), static_cast<size_t>(_iSize - 1));
-        std::memcpy(_pBuffer, strArgs.data(), uiCopy);
-        _pBuffer[uiCopy] = '\0';
-    }
-    return static_cast<int>(strArgs.size());
+    return CopyText(strArgs, _pBuffer, _iSize);
 }
 
 extern "C" int DevManageCtl_AddCustomNode(const char* _pTreeId, const char* _pDevId,
@@ -272,4 +293,55 @@ extern "C" int DevManageCtl_LoadSample(void)
                                0, -1);
     DevManageCtl_AddCustomNode("p_host1_ch3", "host1_ch3", "passengerflow_root_id", "Car park", 4, 1, 0, 3);
     return iCount;
+}
+
+// ---- installations and simulation ---------------------------------------------------------------
+
+extern "C" int DevManageCtl_LoadInstallation(const char* _pJsonText)
+{
+    if (nullptr == _pJsonText) {
+        CLS_RefDevStore::Instance().FailLoad("no JSON text");
+        return -1;
+    }
+    return LoadJson(QByteArray(_pJsonText));
+}
+
+extern "C" int DevManageCtl_LoadInstallationFile(const char* _pPath)
+{
+    const QString qstrPath = QText(_pPath);
+    QFile qfile(qstrPath);
+    if (qstrPath.isEmpty() || !qfile.open(QIODevice::ReadOnly)) {
+        CLS_RefDevStore::Instance().FailLoad("cannot read \"" + Text(_pPath) + "\"");
+        return -1;
+    }
+    return LoadJson(qfile.readAll());
+}
+
+extern "C" int DevManageCtl_LastLoadError(char* _pBuffer, int _iSize)
+{
+    return CopyText(CLS_RefDevStore::Instance().LoadError(), _pBuffer, _iSize);
+}
+
+extern "C" int DevManageCtl_GenerateInstallation(int _iChannels, int _iChannelsPerHost)
+{
+    STRCT_RefInstallation strctInstallation;
+    if (RefInstallation::Generate(_iChannels, _iChannelsPerHost, strctInstallation) < 0) {
+        return -1;
+    }
+    return CLS_RefDevStore::Instance().LoadInstallation(strctInstallation);
+}
+
+extern "C" int DevManageCtl_StartSimulation(int _iChangesPerSecond, unsigned int _uiSeed)
+{
+    return CLS_RefDevSimulator::Instance().Start(_iChangesPerSecond, _uiSeed);
+}
+
+extern "C" void DevManageCtl_StopSimulation(void)
+{
+    CLS_RefDevSimulator::Instance().Stop();
+}
+
+extern "C" int DevManageCtl_SimulationChanges(void)
+{
+    return CLS_RefDevSimulator::Instance().Changes();
 }
