@@ -10,10 +10,12 @@
 #include <QDir>
 #include <QtTest>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <mutex>
 #include <set>
 #include <string>
@@ -85,6 +87,73 @@ bool WaitFor(F _funDone, int _iTimeoutMs = 5000)
     return true;
 }
 
+// The tasks of one case. Declared after the locals its tasks reference, it ends them when the
+// case returns, by a failed check too: it lets held tasks go (_funRelease), removes the case's
+// loop tasks (waiting for a run in progress), drops its pending one-shot tasks and waits for the
+// running ones, of itself and of every watched owner. So no task outlives the case's locals.
+class CLS_CaseTasks
+{
+public:
+    explicit CLS_CaseTasks(std::function<void()> _funRelease = std::function<void()>())
+        : m_funRelease(std::move(_funRelease))
+    {}
+    CLS_CaseTasks(const CLS_CaseTasks&) = delete;
+    CLS_CaseTasks& operator=(const CLS_CaseTasks&) = delete;
+
+    ~CLS_CaseTasks()
+    {
+        if (m_funRelease) {
+            m_funRelease();
+        }
+        // -1 for the ones the case removed itself: ids are never reused.
+        for (const std::string& strId : m_vecLoopIds) {
+            Remove(strId);
+        }
+        auto pFunRemoveTmp = PoolFun<PFun_RemoveTmpTask>("RemoveTmpTask");
+        if (nullptr != pFunRemoveTmp) {
+            pFunRemoveTmp(this, "tst_RefLxTaskPool");
+            for (void* pOwner : m_vecOwners) {
+                pFunRemoveTmp(pOwner, "tst_RefLxTaskPool");
+            }
+        }
+    }
+
+    // One-shot task owned by this case.
+    int AddTmp(const std::function<void()>& _task) { return ::AddTmp(_task, this); }
+    // One-shot task of another owner, watched from now on.
+    int AddTmp(const std::function<void()>& _task, void* _pOwner)
+    {
+        WatchOwner(_pOwner);
+        return ::AddTmp(_task, _pOwner);
+    }
+    int AddLoop(const std::function<void()>& _task, int _iInterval, std::string& _strTaskId)
+    {
+        const int iResult = ::AddLoop(_task, _iInterval, _strTaskId);
+        if (0 == iResult) {
+            WatchLoop(_strTaskId);
+        }
+        return iResult;
+    }
+    // Tasks added by others (a presenter) on the case's behalf.
+    void WatchOwner(void* _pOwner)
+    {
+        if (std::find(m_vecOwners.begin(), m_vecOwners.end(), _pOwner) == m_vecOwners.end()) {
+            m_vecOwners.push_back(_pOwner);
+        }
+    }
+    void WatchLoop(const std::string& _strTaskId)
+    {
+        if (!_strTaskId.empty()) {
+            m_vecLoopIds.push_back(_strTaskId);
+        }
+    }
+
+private:
+    std::function<void()> m_funRelease;
+    std::vector<std::string> m_vecLoopIds;
+    std::vector<void*> m_vecOwners;
+};
+
 // Checks, when the process ends, that the pool stopped before: it is made before the pool (at
 // start-up), so it is destroyed after the pool's stop. Reports by the exit status.
 struct STRCT_ExitProbe
@@ -92,6 +161,7 @@ struct STRCT_ExitProbe
     bool m_blArmed = false;
     int m_iThreadsBefore = 0;
     int m_iBlockers = 0;
+    std::atomic<int> m_iBlockersHeld{0};
     std::atomic<int> m_iBlockersDone{0};
     std::atomic<int> m_iPendingRan{0};
 
@@ -182,11 +252,12 @@ void tst_RefLxTaskPool::shouldRunOneShotTaskOnWorkerThread()
     std::mutex mtx;
     std::thread::id idRan;
     std::atomic<bool> blDone{false};
-    QCOMPARE(AddTmp([&]() {
-                 std::lock_guard<std::mutex> lock(mtx);
-                 idRan = std::this_thread::get_id();
-                 blDone = true;
-             }),
+    CLS_CaseTasks clsTasks;
+    QCOMPARE(clsTasks.AddTmp([&]() {
+        std::lock_guard<std::mutex> lock(mtx);
+        idRan = std::this_thread::get_id();
+        blDone = true;
+    }),
              0);
 
     QVERIFY(WaitFor([&]() { return blDone.load(); }));
@@ -197,35 +268,42 @@ void tst_RefLxTaskPool::shouldRunOneShotTaskOnWorkerThread()
 
 void tst_RefLxTaskPool::shouldRunOneShotTasksInOrderOfArrivalOnOneWorker()
 {
-    // Given both workers held, tasks queue up and are taken in order.
-    std::atomic<bool> blRelease{false};
+    // Given both workers held, tasks queue up; then one worker is let go while the other stays
+    // held, so that one worker takes them all, strictly in order of arrival (with two free
+    // workers, the finishing order would depend on the machine's load).
+    std::atomic<int> iReleased{0}; // holder k goes once it exceeds k
     std::atomic<int> iHeld{0};
+    std::mutex mtx;
+    std::vector<int> vecOrder;
+    std::set<std::thread::id> setThreads;
+    CLS_CaseTasks clsTasks([&]() { iReleased = 2; });
     for (int i = 0; i < 2; ++i) {
-        QCOMPARE(AddTmp([&]() {
-                     ++iHeld;
-                     WaitFor([&]() { return blRelease.load(); });
-                 }),
+        QCOMPARE(clsTasks.AddTmp([&, i]() {
+            ++iHeld;
+            WaitFor([&, i]() { return iReleased.load() > i; }, 60000);
+        }),
                  0);
     }
     QVERIFY(WaitFor([&]() { return 2 == iHeld.load(); }));
-    std::mutex mtx;
-    std::vector<int> vecOrder;
     for (int i = 0; i < 20; ++i) {
-        QCOMPARE(AddTmp([&, i]() {
-                     std::lock_guard<std::mutex> lock(mtx);
-                     vecOrder.push_back(i);
-                 }),
+        QCOMPARE(clsTasks.AddTmp([&, i]() {
+            std::lock_guard<std::mutex> lock(mtx);
+            vecOrder.push_back(i);
+            setThreads.insert(std::this_thread::get_id());
+        }),
                  0);
     }
-    blRelease = true;
-    QVERIFY(WaitFor([&]() {
-        std::lock_guard<std::mutex> lock(mtx);
-        return 20 == vecOrder.size();
-    }));
-    // Two workers take them in order; they may finish a neighbour first, never far apart.
+    iReleased = 1;
+    QVERIFY(WaitFor(
+        [&]() {
+            std::lock_guard<std::mutex> lock(mtx);
+            return 20 == vecOrder.size();
+        },
+        30000));
     std::lock_guard<std::mutex> lock(mtx);
+    QCOMPARE(int(setThreads.size()), 1);
     for (int i = 0; i < 20; ++i) {
-        QVERIFY2(qAbs(vecOrder[size_t(i)] - i) <= 1,
+        QVERIFY2(vecOrder[size_t(i)] == i,
                  qPrintable(QString("position %1 ran task %2").arg(i).arg(vecOrder[size_t(i)])));
     }
 }
@@ -248,7 +326,8 @@ void tst_RefLxTaskPool::shouldRunLoopTaskRepeatedlyAtAboutItsPeriod()
     std::set<std::thread::id> setThreads;
     const Clock::time_point tpAdded = Clock::now();
     std::string strId;
-    QCOMPARE(AddLoop(
+    CLS_CaseTasks clsTasks;
+    QCOMPARE(clsTasks.AddLoop(
                  [&]() {
                      std::lock_guard<std::mutex> lock(mtx);
                      vecRuns.push_back(Clock::now());
@@ -297,7 +376,8 @@ void tst_RefLxTaskPool::shouldNeverRunLoopTaskAfterRemoveTaskReturned()
     // Given a loop task of 1 ms whose runs take a while now and then
     std::atomic<int> iRuns{0};
     std::string strId;
-    QCOMPARE(AddLoop(
+    CLS_CaseTasks clsTasks;
+    QCOMPARE(clsTasks.AddLoop(
                  [&]() {
                      if (0 == ++iRuns % 3) {
                          std::this_thread::sleep_for(std::chrono::milliseconds(5));
@@ -320,7 +400,8 @@ void tst_RefLxTaskPool::shouldWaitForRunInProgressOnRemoveTask()
     std::atomic<bool> blInRun{false};
     std::atomic<int> iRuns{0};
     std::string strId;
-    QCOMPARE(AddLoop(
+    CLS_CaseTasks clsTasks;
+    QCOMPARE(clsTasks.AddLoop(
                  [&]() {
                      blInRun = true;
                      std::this_thread::sleep_for(std::chrono::milliseconds(100));
@@ -345,7 +426,8 @@ void tst_RefLxTaskPool::shouldLetLoopTaskRemoveItself()
     std::atomic<int> iRemoveResult{-100};
     // The pool writes the id before the first run can start.
     std::string strId;
-    QCOMPARE(AddLoop(
+    CLS_CaseTasks clsTasks;
+    QCOMPARE(clsTasks.AddLoop(
                  [&]() {
                      if (3 == ++iRuns) {
                          iRemoveResult = Remove(strId); // must not wait for itself
@@ -373,8 +455,10 @@ void tst_RefLxTaskPool::shouldFailToRemoveUnknownId()
 void tst_RefLxTaskPool::shouldKeepLoopGoingAfterThrowingRun()
 {
     std::atomic<int> iRuns{0};
+    std::atomic<bool> blAfter{false};
     std::string strId;
-    QCOMPARE(AddLoop(
+    CLS_CaseTasks clsTasks;
+    QCOMPARE(clsTasks.AddLoop(
                  [&]() {
                      ++iRuns;
                      throw std::runtime_error("run failed");
@@ -385,10 +469,9 @@ void tst_RefLxTaskPool::shouldKeepLoopGoingAfterThrowingRun()
     QCOMPARE(Remove(strId), 0);
 
     // And a throwing one-shot task leaves the worker usable.
-    std::atomic<bool> blAfter{false};
-    QCOMPARE(AddTmp([]() { throw 7; }), 0);
-    QCOMPARE(AddTmp([]() { throw 8; }), 0);
-    QCOMPARE(AddTmp([&]() { blAfter = true; }), 0);
+    QCOMPARE(clsTasks.AddTmp([]() { throw 7; }), 0);
+    QCOMPARE(clsTasks.AddTmp([]() { throw 8; }), 0);
+    QCOMPARE(clsTasks.AddTmp([&]() { blAfter = true; }), 0);
     QVERIFY(WaitFor([&]() { return blAfter.load(); }));
 }
 
@@ -399,8 +482,11 @@ void tst_RefLxTaskPool::shouldDropPendingTasksOfOwner()
     // Given both workers held by tasks of A, and tasks of A and B waiting
     std::atomic<bool> blRelease{false};
     std::atomic<int> iHeld{0};
+    std::atomic<int> iRanA{0};
+    std::atomic<int> iRanB{0};
+    CLS_CaseTasks clsTasks([&]() { blRelease = true; });
     for (int i = 0; i < 2; ++i) {
-        QCOMPARE(AddTmp(
+        QCOMPARE(clsTasks.AddTmp(
                      [&]() {
                          ++iHeld;
                          WaitFor([&]() { return blRelease.load(); });
@@ -409,11 +495,9 @@ void tst_RefLxTaskPool::shouldDropPendingTasksOfOwner()
                  0);
     }
     QVERIFY(WaitFor([&]() { return 2 == iHeld.load(); }));
-    std::atomic<int> iRanA{0};
-    std::atomic<int> iRanB{0};
     for (int i = 0; i < 5; ++i) {
-        QCOMPARE(AddTmp([&]() { ++iRanB; }, &iOwnerB), 0);
-        QCOMPARE(AddTmp([&]() { ++iRanA; }, &iOwnerA), 0);
+        QCOMPARE(clsTasks.AddTmp([&]() { ++iRanB; }, &iOwnerB), 0);
+        QCOMPARE(clsTasks.AddTmp([&]() { ++iRanA; }, &iOwnerA), 0);
     }
 
     // when B's tasks are removed, then only A's run.
@@ -431,7 +515,8 @@ void tst_RefLxTaskPool::shouldWaitForRunningTasksOfOwner()
     int iOwner = 0;
     std::atomic<bool> blStarted{false};
     std::atomic<bool> blFinished{false};
-    QCOMPARE(AddTmp(
+    CLS_CaseTasks clsTasks;
+    QCOMPARE(clsTasks.AddTmp(
                  [&]() {
                      blStarted = true;
                      std::this_thread::sleep_for(std::chrono::milliseconds(100));
@@ -451,18 +536,19 @@ void tst_RefLxTaskPool::shouldEndEverythingOnKillTaskAll()
 {
     std::atomic<bool> blRelease{false};
     std::atomic<int> iHeld{0};
+    std::atomic<int> iRan{0};
+    std::string strLoop;
+    CLS_CaseTasks clsTasks([&]() { blRelease = true; });
     for (int i = 0; i < 2; ++i) {
-        QCOMPARE(AddTmp([&]() {
-                     ++iHeld;
-                     WaitFor([&]() { return blRelease.load(); });
-                 }),
+        QCOMPARE(clsTasks.AddTmp([&]() {
+            ++iHeld;
+            WaitFor([&]() { return blRelease.load(); });
+        }),
                  0);
     }
     QVERIFY(WaitFor([&]() { return 2 == iHeld.load(); }));
-    std::atomic<int> iRan{0};
-    std::string strLoop;
-    QCOMPARE(AddTmp([&]() { ++iRan; }), 0);
-    QCOMPARE(AddLoop([&]() { ++iRan; }, 1, strLoop), 0);
+    QCOMPARE(clsTasks.AddTmp([&]() { ++iRan; }), 0);
+    QCOMPARE(clsTasks.AddLoop([&]() { ++iRan; }, 1, strLoop), 0);
 
     auto pFunKillAll = PoolFun<PFun_KillTaskAll>("KillTaskAll");
     QVERIFY(nullptr != pFunKillAll);
@@ -476,7 +562,9 @@ void tst_RefLxTaskPool::shouldEndEverythingOnKillTaskAll()
 void tst_RefLxTaskPool::shouldRunPresenterLoopTaskUntilUnInit()
 {
     CLS_PoolPresenter clsPresenter;
+    CLS_CaseTasks clsTasks;
     clsPresenter.Init();
+    clsTasks.WatchLoop(clsPresenter.LoopTaskId());
     QVERIFY(!clsPresenter.LoopTaskId().empty());
     QVERIFY(WaitFor([&]() { return clsPresenter.m_iLoopRuns.load() >= 3; }));
 
@@ -489,10 +577,12 @@ void tst_RefLxTaskPool::shouldRunPresenterLoopTaskUntilUnInit()
 
 void tst_RefLxTaskPool::shouldAnswerPresenterRequestOnPoolThread()
 {
-    CLS_PoolPresenter clsPresenter;
     std::mutex mtx;
     QVariantMap qmapResult;
     std::atomic<bool> blResult{false};
+    CLS_PoolPresenter clsPresenter;
+    CLS_CaseTasks clsTasks;
+    clsTasks.WatchOwner(&clsPresenter);
     connect(
         &clsPresenter, &CLS_PresenterBasic::SignTaskResult, &clsPresenter,
         [&](QString _qstrKey, QVariantMap _qmapParam, QString _qstrUUID) {
@@ -528,17 +618,17 @@ void tst_RefLxTaskPool::shouldDropPendingWorkAndJoinWorkersAtExit()
     QCOMPARE(WorkerCount(), 0);                                   // nothing started the pool yet
     s_strctExitProbe.m_iThreadsBefore = ThreadsOfProcess();
     // Given both workers in tasks that last well beyond the end of main
+    // (they touch nothing of this case: they run on after it).
     s_strctExitProbe.m_iBlockers = 2;
-    std::atomic<int> iHeld{0};
     for (int i = 0; i < 2; ++i) {
-        QCOMPARE(AddTmp([&iHeld]() {
-                     ++iHeld;
+        QCOMPARE(AddTmp([]() {
+                     ++s_strctExitProbe.m_iBlockersHeld;
                      std::this_thread::sleep_for(std::chrono::milliseconds(1500));
                      ++s_strctExitProbe.m_iBlockersDone;
                  }),
                  0);
     }
-    QVERIFY(WaitFor([&]() { return 2 == iHeld.load(); }));
+    QVERIFY(WaitFor([]() { return 2 == s_strctExitProbe.m_iBlockersHeld.load(); }));
     // and tasks waiting behind them, and a loop task
     for (int i = 0; i < 50; ++i) {
         QCOMPARE(AddTmp([]() { ++s_strctExitProbe.m_iPendingRan; }), 0);
@@ -556,22 +646,24 @@ void tst_RefLxTaskPool::shouldJoinWorkersAndRefuseTasksAfterUnInit()
     }
     const int iThreadsBefore = ThreadsOfProcess();
     std::atomic<bool> blRan{false};
-    QCOMPARE(AddTmp([&]() { blRan = true; }), 0);
+    std::atomic<int> iFromWorker{-100};
+    std::atomic<int> iLoopRuns{0};
+    std::string strId;
+    // Only for a failed check before the stop; after it, it finds nothing.
+    CLS_CaseTasks clsTasks;
+    QCOMPARE(clsTasks.AddTmp([&]() { blRan = true; }), 0);
     QVERIFY(WaitFor([&]() { return blRan.load(); }));
     QCOMPARE(ThreadsOfProcess(), iThreadsBefore + 2);
 
     // A worker cannot stop the pool: it would have to join itself. The pool goes on.
     auto pFunUnInit = PoolFun<PFun_UnInit>("UnInit");
     QVERIFY(nullptr != pFunUnInit);
-    std::atomic<int> iFromWorker{-100};
-    QCOMPARE(AddTmp([&]() { iFromWorker = pFunUnInit(); }), 0);
+    QCOMPARE(clsTasks.AddTmp([&iFromWorker, pFunUnInit]() { iFromWorker = pFunUnInit(); }), 0);
     QVERIFY(WaitFor([&]() { return -100 != iFromWorker.load(); }));
     QCOMPARE(iFromWorker.load(), -1);
     QCOMPARE(WorkerCount(), 2);
 
-    std::atomic<int> iLoopRuns{0};
-    std::string strId;
-    QCOMPARE(AddLoop([&]() { ++iLoopRuns; }, 1, strId), 0);
+    QCOMPARE(clsTasks.AddLoop([&]() { ++iLoopRuns; }, 1, strId), 0);
     QVERIFY(WaitFor([&]() { return iLoopRuns.load() >= 2; }));
 
     QCOMPARE(pFunUnInit(), 0);
