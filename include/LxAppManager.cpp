@@ -19,11 +19,13 @@ void* GetModuleFun(const std::string& _strFunName, const std::string& _strPath)
 {
     // Function name -> address, null for a function the library lacks. No lock: only its creation
     // is guarded; a rebind replaces it as a whole.
-    static std::map<std::string, void*> mapFuns;
+    // Never destroyed (like the names below): a thread still running while the process exits, a
+    // tree's status thread for one, may come through here after static destruction has begun.
+    static std::map<std::string, void*>& mapFuns = *new std::map<std::string, void*>();
 
     // Bound as a whole, also the functions this library never calls.
-    static const std::vector<std::string> s_vecFunNames{"AppQuit", "GetApp", "GetAppData", "GetAppHandle",
-                                                        "GetAppSignals"};
+    static const std::vector<std::string>& s_vecFunNames = *new const std::vector<std::string>{
+        "AppQuit", "GetApp", "GetAppData", "GetAppHandle", "GetAppSignals"};
     return Util::GetGatewayFunction(mapFuns, _strFunName, _strPath, CONST_DLL_NAME, s_vecFunNames);
 }
 

@@ -19,8 +19,9 @@ std::map<std::string, void*> GetDllFunction(const std::string& _strDllName,
                                             const std::vector<std::string>& _vecFunNames)
 {
     // Library name as handed in -> handle from dlopen. A failed open stays here as a null handle,
-    // so it is never tried again. Handles are never closed.
-    static std::map<std::string, void*> s_mapDllConn;
+    // so it is never tried again. Handles are never closed, and the map is never destroyed: a thread
+    // still running while the process exits may bind through it after static destruction began.
+    static std::map<std::string, void*>& s_mapDllConn = *new std::map<std::string, void*>();
 
     std::map<std::string, void*> mapResult;
     std::string strPath;

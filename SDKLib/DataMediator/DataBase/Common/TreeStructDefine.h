@@ -97,7 +97,7 @@ struct _MenuItem
     QList<_MenuItem> m_qlstChildren;
 };
 
-enum n_DevTreeType
+enum n_DevTreeType : int
 {
     DEV_TREE_GENERIC = 0,
     DEV_TREE_RESOURCE = 1,
@@ -106,13 +106,13 @@ enum n_DevTreeType
     DEV_TREE_PASSENGER_FLOW = 4,
 };
 
-enum n_ItemBtnShowType
+enum n_ItemBtnShowType : int
 {
     ITEM_BTN_SHOW_ALWAYS = 0,
     ITEM_BTN_SHOW_HOVER = 1,
 };
 
-enum n_TreeExpandType
+enum n_TreeExpandType : int
 {
     TREE_COLLAPSE = 0,
     TREE_EXPAND = 1,
