@@ -6,6 +6,7 @@
 #include <cstring>
 #include <fstream>
 #include <iostream>
+#include <utility>
 
 #ifdef __APPLE__
 #include <mach-o/dyld.h>
@@ -106,7 +107,11 @@ void* GetGatewayFunction(std::map<std::string, void*>& _mapFuns, const std::stri
         if (!_strPath.empty())
             strDllPath = _strPath + "/";
         strDllPath += _pDllName;
-        _mapFuns = GetDllFunction(strDllPath, _vecFunNames); // replaced as a whole
+        std::map<std::string, void*> mapBound = GetDllFunction(strDllPath, _vecFunNames);
+        // Replaced as a whole. While the library stays missing both maps are empty, and the map is
+        // then left unwritten, so that threads asking at the same time only read it.
+        if (mapBound != _mapFuns)
+            _mapFuns = std::move(mapBound);
     }
     const auto it = _mapFuns.find(_strFunName);
     return it == _mapFuns.end() ? nullptr : it->second;
