@@ -142,7 +142,7 @@ public:
     CLS_RunEndMark& operator=(const CLS_RunEndMark&) = delete;
 
 private:
-    void* m_pThread;
+    [[maybe_unused]] void* m_pThread; // read only by the sanitizer build
 };
 
 } // namespace

@@ -1128,11 +1128,12 @@ void tst_ModelBaseTree::shouldMatchTheModelOverRandomSequences_data()
     QTest::addColumn<int>("steps");
     QStringList qlstSeeds = qEnvironmentVariable("WGT_MODEL_SEEDS").split(',', Qt::SkipEmptyParts);
     if (qlstSeeds.isEmpty())
-        qlstSeeds = QStringList{"1", "2", "3", "4", "5", "6", "7", "8"};
+        for (int i = 1; i <= 16; ++i)
+            qlstSeeds << QString::number(i);
     bool blOk = false;
     int iSteps = qEnvironmentVariableIntValue("WGT_MODEL_STEPS", &blOk);
     if (!blOk || iSteps <= 0)
-        iSteps = 500;
+        iSteps = 1000;
     for (const QString& qstrSeed : qAsConst(qlstSeeds)) {
         const quint32 uiSeed = qstrSeed.trimmed().toUInt();
         QTest::newRow(qPrintable("seed " + qstrSeed.trimmed())) << uiSeed << iSteps;

@@ -10,7 +10,7 @@
 // never arrive, and the application object is switched off, so each worker leaves after one pass.
 // The 200 ms check batch is closed by calling its timeout slot.
 //
-// WGT_MODEL_SEEDS ("1,2,3") and WGT_MODEL_STEPS (300) replace the fixed defaults.
+// WGT_MODEL_SEEDS ("1,2,3") and WGT_MODEL_STEPS replace the fixed defaults (seeds 1 to 12, 500 steps).
 // WGT_MODEL_MUTATE=1 breaks one rule of the model on purpose, to show that a broken rule is caught.
 
 #include "CLS_DevManage.h"
@@ -2656,7 +2656,8 @@ QVector<quint32> SeedsFromEnv()
                 qvec << qba.trimmed().toUInt();
     }
     if (qvec.isEmpty())
-        qvec = {1, 2, 3, 4, 5, 6, 7, 8};
+        for (quint32 ui = 1; ui <= 12; ++ui)
+            qvec << ui;
     return qvec;
 }
 
@@ -2664,7 +2665,7 @@ int StepsFromEnv()
 {
     bool blOk = false;
     const int iSteps = qEnvironmentVariableIntValue("WGT_MODEL_STEPS", &blOk);
-    return blOk && iSteps > 0 ? iSteps : 300;
+    return blOk && iSteps > 0 ? iSteps : 500;
 }
 
 } // namespace
