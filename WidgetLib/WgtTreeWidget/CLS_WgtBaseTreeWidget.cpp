@@ -1,5 +1,6 @@
 #include "CLS_WgtBaseTreeWidget.h"
 
+#include "CLS_RowIconCache.h"
 #include "CLS_WgtItemToolBar.h"
 #include "CLS_WgtToolBtnStack.h"
 #include "CLS_WgtTreeWidgetItem.h"
@@ -158,6 +159,7 @@ int CLS_WgtBaseTreeWidget::Init(const QString& _qstrRootId, const QMap<QString, 
             qvecSiblings.insert(i == 0 ? 0 : i - 1, clsItem);
     }
 
+    const CLS_RowIconCache iconBatch; // every row and tool bar of the build
     return CreateTree(nullptr, _qmapItems.value(_qstrRootId), qmapChildren, _blShowRoot);
 }
 
@@ -239,7 +241,7 @@ QTreeWidgetItem* CLS_WgtBaseTreeWidget::CreateNode(const CLS_TreeItem& _clsItem)
 
     pNode->setData(0, Qt::DisplayRole, ElidedText(_clsItem.m_qstrText, pNode));
     pNode->setData(0, Qt::ToolTipRole, _clsItem.m_qstrTooltip);
-    pNode->setData(0, Qt::DecorationRole, QIcon(_clsItem.m_qstrIcon));
+    pNode->setData(0, Qt::DecorationRole, CLS_RowIconCache::Icon(_clsItem.m_qstrIcon));
     pNode->setData(0, CONST_iIdRole, _clsItem.m_qstrId);
     pNode->setData(0, CONST_iRecordRole, QVariant::fromValue(_clsItem));
     return pNode;
@@ -510,6 +512,7 @@ int CLS_WgtBaseTreeWidget::AddItem(CLS_TreeItem _clsTreeItem)
 
 void CLS_WgtBaseTreeWidget::AddItems(QVector<CLS_TreeItem> _qvecTreeItems)
 {
+    const CLS_RowIconCache iconBatch;
     for (const CLS_TreeItem& clsItem : qAsConst(_qvecTreeItems))
         AddItem(clsItem);
 }
@@ -565,7 +568,7 @@ void CLS_WgtBaseTreeWidget::UpdateItemIcon(QString _qstrId, QString _qstrIcon)
 {
     // The shown icon only: the bound record keeps its m_qstrIcon.
     if (QTreeWidgetItem* pNode = GetNodeById(_qstrId))
-        pNode->setData(0, Qt::DecorationRole, QIcon(_qstrIcon));
+        pNode->setData(0, Qt::DecorationRole, CLS_RowIconCache::Icon(_qstrIcon));
 }
 
 void CLS_WgtBaseTreeWidget::SetItemDisabled(QString _qstrId, bool blState)

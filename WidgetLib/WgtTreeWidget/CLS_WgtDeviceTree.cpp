@@ -7,6 +7,7 @@
 #include "CLS_DevManage.h"
 #include "CLS_IApp.h"
 #include "CLS_IResourceTree.h"
+#include "CLS_RowIconCache.h"
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtTreeWidget.h"
 #include "DevStructDefine.h"
@@ -1039,9 +1040,12 @@ int CLS_WgtDeviceTree::AddItems(QVector<QString> _qvecItems, bool _blSendSignal)
 int CLS_WgtDeviceTree::AddItems(const QVector<std::weak_ptr<STRCT_VideoItem>>& _qvecItems, bool _blSendSignal)
 {
     int iCount = 0;
-    for (const std::weak_ptr<STRCT_VideoItem>& wpItem : _qvecItems) {
-        if (AddItem(wpItem) >= 0)
-            ++iCount;
+    {
+        const CLS_RowIconCache iconBatch;
+        for (const std::weak_ptr<STRCT_VideoItem>& wpItem : _qvecItems) {
+            if (AddItem(wpItem) >= 0)
+                ++iCount;
+        }
     }
     // Makes the status thread report every channel again, the new ones among them.
     if (m_iTreeType != DEV_TREE_RESOURCE || _blSendSignal)
@@ -1054,6 +1058,7 @@ int CLS_WgtDeviceTree::AddItems(QVariant _qvarNodes)
     if (!_qvarNodes.isValid() || m_pTreePanel == nullptr)
         return -1;
     const QVector<CLS_CustomTreeNode> qvecNodes = _qvarNodes.value<QVector<CLS_CustomTreeNode>>();
+    const CLS_RowIconCache iconBatch;
     int iCount = 0;
     for (CLS_CustomTreeNode node : qvecNodes) {
         CLS_TreeItem clsItem;
@@ -1237,30 +1242,33 @@ int CLS_WgtDeviceTree::UpdateAllChannelsStatus(QVariant _qvarData)
     if (m_pTreePanel == nullptr || !_qvarData.isValid() || !_qvarData.canConvert<StatusMap>())
         return -1;
     const StatusMap qmapStatus = _qvarData.value<StatusMap>();
-    for (auto it = qmapStatus.cbegin(); it != qmapStatus.cend(); ++it) {
-        if (it.key().isEmpty() || !m_qmapDevIdToTreeId.contains(it.key()))
-            continue;
-        const QString qstrTreeId = m_qmapDevIdToTreeId.value(it.key());
-        if (qstrTreeId.isEmpty() || !m_qmapNodes.contains(qstrTreeId))
-            continue;
+    {
+        const CLS_RowIconCache iconBatch; // the few status pictures, read once for the batch
+        for (auto it = qmapStatus.cbegin(); it != qmapStatus.cend(); ++it) {
+            if (it.key().isEmpty() || !m_qmapDevIdToTreeId.contains(it.key()))
+                continue;
+            const QString qstrTreeId = m_qmapDevIdToTreeId.value(it.key());
+            if (qstrTreeId.isEmpty() || !m_qmapNodes.contains(qstrTreeId))
+                continue;
 
-        const bool blImage = it.value().first;
-        const int iStatus = it.value().second;
-        {
-            CLS_CustomTreeNode& node = m_qmapNodes[qstrTreeId];
-            if (blImage && node.m_iDevBindType < 1)
-                node.m_iDevBindType = CONST_iBindImageChannel;
-            else if (!blImage && node.m_iDevBindType == CONST_iBindImageChannel)
-                node.m_iDevBindType = -1;
+            const bool blImage = it.value().first;
+            const int iStatus = it.value().second;
+            {
+                CLS_CustomTreeNode& node = m_qmapNodes[qstrTreeId];
+                if (blImage && node.m_iDevBindType < 1)
+                    node.m_iDevBindType = CONST_iBindImageChannel;
+                else if (!blImage && node.m_iDevBindType == CONST_iBindImageChannel)
+                    node.m_iDevBindType = -1;
+            }
+            QString qstrIcon;
+            if (iStatus == 0)
+                UpdateNodeOnlineStatus(qstrTreeId, false, qstrIcon);
+            else if (iStatus == 1)
+                UpdateNodeOnlineStatus(qstrTreeId, true, qstrIcon);
+            auto itNode = m_qmapNodes.find(qstrTreeId);
+            if (itNode != m_qmapNodes.end())
+                itNode.value().m_iStatus = iStatus; // every value, after the icon
         }
-        QString qstrIcon;
-        if (iStatus == 0)
-            UpdateNodeOnlineStatus(qstrTreeId, false, qstrIcon);
-        else if (iStatus == 1)
-            UpdateNodeOnlineStatus(qstrTreeId, true, qstrIcon);
-        auto itNode = m_qmapNodes.find(qstrTreeId);
-        if (itNode != m_qmapNodes.end())
-            itNode.value().m_iStatus = iStatus; // every value, after the icon
     }
     emit SignUpdateChannelsStatus(_qvarData);
     return 0;

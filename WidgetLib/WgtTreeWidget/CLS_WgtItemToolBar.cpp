@@ -1,5 +1,6 @@
 #include "CLS_WgtItemToolBar.h"
 
+#include "CLS_RowIconCache.h"
 #include "ColorManage.h"
 
 #include <QAction>
@@ -39,7 +40,8 @@ void CLS_WgtItemToolBar::Init(const QVector<CLS_ItemButton>& _qvecButtons, const
     m_qstrParentId = _qstrParentId;
     QList<QAction*> qlstActions;
     for (const CLS_ItemButton& clsButton : _qvecButtons) {
-        auto* pAction = new QAction(QIcon(clsButton.m_qstrIcon), clsButton.m_qstrText, nullptr);
+        auto* pAction =
+            new QAction(CLS_RowIconCache::Icon(clsButton.m_qstrIcon), clsButton.m_qstrText, nullptr);
         pAction->setCheckable(clsButton.m_blCheckable);
         pAction->setChecked(clsButton.m_blChecked);
         pAction->setToolTip(clsButton.m_qstrTooltip);
