@@ -2,8 +2,11 @@
 // against hand-written code that does the same work on a bare QTreeWidget (or, for the poll pass,
 // a plain loop over the device layer), in the same run and on the same records.
 // Prints one table: case, rows or channels, our time, baseline time, ratio (ours / baseline), and
-// the same per channel. Nothing here asserts a time; the program fails (exit 1) only when a result
-// is wrong: a row count, or a poll pass over an unchanged installation that reports something.
+// the same per channel. The icons are real pictures, drawn beside the program at its start; the
+// baseline reads an icon's file for each row, the way a page that sets QIcon(path) on its rows does,
+// while the tree reads each file once per build or batch. Nothing here asserts a time; the program fails
+// (exit 1) only when a result is wrong: a row count, or a poll pass over an unchanged installation that
+// reports something.
 //
 //   DeviceTreeBench [--hosts <count>] [--reps <count>]
 //
@@ -21,12 +24,18 @@
 #include "LxAppManager.h"
 #include "LxAppManagerControl.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QHash>
 #include <QHeaderView>
 #include <QIcon>
+#include <QImage>
+#include <QPainter>
+#include <QStackedWidget>
+#include <QToolBar>
 #include <QTreeWidget>
 #include <QTreeWidgetItem>
 #include <QTreeWidgetItemIterator>
@@ -300,6 +309,31 @@ public:
             pItem->setIcon(0, QIcon(_qstrIcon));
     }
 
+    // A tool bar in column 1 of the row of each device id: a stack of one page holding a bar with
+    // one action per button, each with its picture, text, tool tip and the button in its data.
+    void MountToolBars(const QVector<QString>& _qvecDevIds, const QVector<CLS_ItemButton>& _qvecButtons)
+    {
+        m_tree.setColumnCount(2);
+        for (const QString& qstrDevId : _qvecDevIds) {
+            QTreeWidgetItem* pItem = m_qhashByDevId.value(qstrDevId);
+            if (pItem == nullptr)
+                continue;
+            auto* pBar = new QToolBar;
+            QList<QAction*> qlstActions;
+            for (const CLS_ItemButton& clsButton : _qvecButtons) {
+                auto* pAction = new QAction(QIcon(clsButton.m_qstrIcon), clsButton.m_qstrText, pBar);
+                pAction->setToolTip(clsButton.m_qstrTooltip);
+                pAction->setData(QVariant::fromValue(clsButton));
+                qlstActions.append(pAction);
+            }
+            pBar->addActions(qlstActions);
+            auto* pStack = new QStackedWidget;
+            pStack->addWidget(pBar);
+            m_tree.setItemWidget(pItem, 1, pStack);
+            pStack->setCurrentIndex(0);
+        }
+    }
+
 private:
     QTreeWidgetItem* MakeRow(const STRCT_BareRow& _stRow)
     {
@@ -365,6 +399,30 @@ public:
     }
 };
 
+// Draws the pictures the trees of this program show into the skin folder beside it, where the device
+// tree looks for them: each a 16 x 16 square of its own colour. False if one cannot be written.
+bool DrawPictures()
+{
+    const QString qstrPicPath = PicPath();
+    if (!QDir().mkpath(qstrPicPath))
+        return false;
+    const QStringList qlstNames{"root_icon",    "fenzu",          "host_online",
+                                "host_offline", "channel_online", "channel_offline",
+                                "channel_no",   "preview",        "playback"};
+    for (int i = 0; i < qlstNames.size(); ++i) {
+        QImage image(16, 16, QImage::Format_ARGB32);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setBrush(QColor::fromHsv(i * 36, 200, 220));
+        painter.drawRoundedRect(QRectF(1, 1, 14, 14), 3, 3);
+        painter.end();
+        if (!image.save(qstrPicPath + qlstNames.at(i) + ".png", "PNG"))
+            return false;
+    }
+    return true;
+}
+
 // ---- cases -----------------------------------------------------------------------------------------
 
 void BenchGenericInit(int _iHosts, int _iReps)
@@ -428,6 +486,83 @@ void BenchGenericInit(int _iHosts, int _iReps)
         },
         [&] { pTree->BuildTreeItems(qmapNodes, "Custom", qmapRows); }, [&] { pTree.reset(); });
     PrintPart("  of which records", qmapRows.size(), iChannels, dModel);
+}
+
+// A build in which every channel row carries a tool bar of two buttons: a widget stack, a bar and
+// its buttons per row, made and mounted on the view. Fewer hosts than the other cases: each bar is a
+// handful of widgets, and Qt's handling of the events they post grows faster than their number.
+void BenchToolBarInit(int _iHosts, int _iReps)
+{
+    const QMap<QString, CLS_CustomTreeNode> qmapNodes = MakeNodes(_iHosts);
+    const int iExpectedRows = qmapNodes.size() + 1;
+    const int iChannels = _iHosts * CONST_iChannelsPerHost;
+    const QString qstrPicPath = PicPath();
+    QVector<CLS_ItemButton> qvecButtons(2);
+    qvecButtons[0].m_qstrId = "preview";
+    qvecButtons[0].m_qstrText = "Preview";
+    qvecButtons[0].m_qstrTooltip = "Open the live view";
+    qvecButtons[1].m_qstrId = "playback";
+    qvecButtons[1].m_qstrText = "Playback";
+    qvecButtons[1].m_qstrTooltip = "Play the recordings back";
+
+    std::unique_ptr<CLS_WgtDeviceTree> pTree;
+    QMap<QString, CLS_CustomTreeNode> qmapCopy;
+    int iRows = 0;
+    int iBars = 0;
+    const double dOurs = BestOf(
+        _iReps,
+        [&] {
+            pTree = std::make_unique<CLS_WgtDeviceTree>(nullptr, DEV_TREE_GENERIC, false, true);
+            qmapCopy = qmapNodes;
+        },
+        [&] {
+            pTree->Init(qmapCopy, "Custom", {{4, qvecButtons}});
+            QCoreApplication::processEvents();
+        },
+        [&] {
+            iRows = CountRows(pTree.get());
+            iBars = pTree->findChildren<QToolBar*>().size();
+            pTree.reset();
+        });
+    if (iRows != iExpectedRows || iBars != iChannels)
+        Fail(QString("tool bar init: %1 rows and %2 bars, expected %3 and %4")
+                 .arg(iRows)
+                 .arg(iBars)
+                 .arg(iExpectedRows)
+                 .arg(iChannels));
+
+    // Baseline: the plain rows of the generic case, then a bar of the same buttons on each channel.
+    QVector<CLS_ItemButton> qvecBareButtons = qvecButtons;
+    for (CLS_ItemButton& clsButton : qvecBareButtons)
+        clsButton.m_qstrIcon = qstrPicPath + clsButton.m_qstrId + ".png";
+    QVector<QString> qvecChannelIds;
+    for (const CLS_CustomTreeNode& node : qmapNodes) {
+        if (node.m_iType == 4)
+            qvecChannelIds.append(node.m_qstrDevId);
+    }
+    std::unique_ptr<CLS_BareTree> pBare;
+    const double dBase = BestOf(
+        _iReps, [&] { pBare = std::make_unique<CLS_BareTree>(); },
+        [&] {
+            QVector<STRCT_BareRow> qvecRows;
+            qvecRows.reserve(qmapNodes.size() + 1);
+            qvecRows.append({CONST_qstrCustomRootId, QString(), CONST_qstrCustomRootId, "Custom",
+                             qstrPicPath + "fenzu.png", 0});
+            for (const CLS_CustomTreeNode& node : qmapNodes)
+                qvecRows.append({node.m_qstrTreeId, node.m_qstrTreeParentId, node.m_qstrDevId,
+                                 node.m_qstrName, IconOf(qstrPicPath, node.m_iType, node.m_iStatus),
+                                 node.m_iSortNo});
+            pBare->Build(CONST_qstrCustomRootId, qvecRows);
+            pBare->MountToolBars(qvecChannelIds, qvecBareButtons);
+            QCoreApplication::processEvents();
+        },
+        [&] {
+            iBars = pBare->m_tree.findChildren<QToolBar*>().size();
+            pBare.reset();
+        });
+    if (iBars != iChannels)
+        Fail(QString("tool bar baseline: %1 bars, expected %2").arg(iBars).arg(iChannels));
+    PrintRow("init with tool bars", iExpectedRows, iChannels, dOurs, dBase);
 }
 
 // Leaves the last resource tree and bare tree in _pTree / _pBare for the status case.
@@ -704,6 +839,10 @@ int main(int argc, char* argv[])
         return 2;
     }
 
+    if (!DrawPictures()) {
+        std::fprintf(stderr, "cannot write the pictures into %s\n", qPrintable(PicPath()));
+        return 1;
+    }
     LxAppManagerCtl_Reset();
     LoadInstallation(iHosts);
     {
@@ -728,6 +867,9 @@ int main(int argc, char* argv[])
         std::unique_ptr<CLS_WgtDeviceTree> pTree;
         std::unique_ptr<CLS_BareTree> pBare;
         BenchGenericInit(iHosts, iReps);
+        // Two sizes, to show how the cost of a bar grows with the number of bars.
+        BenchToolBarInit(std::min(iHosts, 25), iReps);
+        BenchToolBarInit(std::min(iHosts, 100), iReps);
         BenchResourceInit(iHosts, iReps, qmapItems, pTree, pBare);
         if (pTree && pBare)
             BenchStatusBatch(iHosts, iReps, pTree.get(), pBare.get());
