@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -123,6 +124,14 @@ public:
 
 private:
     QReadWriteLock& m_rwlock;
+};
+
+// One channel of a pass's listing: where its id stands in the pass's id buffer, and its status.
+struct STRCT_ListedChannel
+{
+    size_t m_iOffset;
+    size_t m_iLength;
+    int m_iStatus;
 };
 
 // Marks, for the sanitizer, the end of run() on every path out of it. QThread's own handshake
@@ -273,17 +282,23 @@ void CLS_DeviceTreeBGThread::run()
 {
     CLS_RunEndMark clsRunEnd(this);
 
+    // The channels of a pass, sorted by id with one status per id. Each item is locked only while
+    // its id and status are copied out; the ids go one after another into one buffer, which keeps
+    // its room from pass to pass, so that an unchanged channel costs no allocation.
+    std::string strIdBuffer;
+    std::vector<STRCT_ListedChannel> vecChannels;
+    std::string strKey; // the id of one cache lookup
+
     for (;;) {
         // 1. Deliberately read without the lock (the atomic keeps the read defined).
         if (CONST_STATE_RUNNING != m_iState.load(std::memory_order_relaxed)) {
             return;
         }
 
-        // 2. The channels of this pass, sorted by id with one status per id. Kept as strong
-        // references with the status read at their moment, so that an unchanged channel costs no
-        // allocation: its id is only compared, never copied.
+        // 2. The changes of this pass.
         QMap<QString, QPair<bool, int>> qmapChanges;
-        std::vector<std::pair<std::shared_ptr<STRCT_VideoItem>, int>> vecChannels;
+        strIdBuffer.clear();
+        vecChannels.clear();
 
         // 3.-5. First pass: every channel as the resource tree lists it.
         CLS_IResourceTree* pResourceTree = DevManage::GetResourceTree();
@@ -298,46 +313,50 @@ void CLS_DeviceTreeBGThread::run()
         }
         vecChannels.reserve(static_cast<size_t>(qvecItems.size()));
         for (const std::weak_ptr<STRCT_VideoItem>& wpItem : qvecItems) {
-            std::shared_ptr<STRCT_VideoItem> spItem = wpItem.lock();
+            const std::shared_ptr<STRCT_VideoItem> spItem = wpItem.lock();
             if (nullptr == spItem || CONST_TYPE_CHANNEL != spItem->GetType()) {
                 continue;
             }
-            const int iStatus = spItem->m_iStatus;
-            vecChannels.emplace_back(std::move(spItem), iStatus);
+            vecChannels.push_back({strIdBuffer.size(), spItem->m_strId.size(), spItem->m_iStatus});
+            strIdBuffer += spItem->m_strId;
         }
+        const auto IdOf = [&strIdBuffer](const STRCT_ListedChannel& _stChannel) {
+            return std::string_view(strIdBuffer.data() + _stChannel.m_iOffset, _stChannel.m_iLength);
+        };
         // Sorted by id; of several entries with one id the last one listed counts.
-        std::stable_sort(vecChannels.begin(), vecChannels.end(), [](const auto& _first, const auto& _second) {
-            return _first.first->m_strId < _second.first->m_strId;
-        });
+        std::stable_sort(vecChannels.begin(), vecChannels.end(),
+                         [&IdOf](const STRCT_ListedChannel& _first, const STRCT_ListedChannel& _second) {
+                             return IdOf(_first) < IdOf(_second);
+                         });
 
         // 6. Fold into the cache. IsImageChannel asks the device layer under this lock, once per
         // channel new to the cache.
         if (!vecChannels.empty()) {
             CLS_WriteGuard lock(m_rwlockChannelStatus);
             for (size_t i = 0; i < vecChannels.size(); ++i) {
-                const std::string& strId = vecChannels[i].first->m_strId;
-                if (i + 1 < vecChannels.size() && vecChannels[i + 1].first->m_strId == strId) {
+                const std::string_view svId = IdOf(vecChannels[i]);
+                if (i + 1 < vecChannels.size() && IdOf(vecChannels[i + 1]) == svId) {
                     continue; // a later entry of the same id counts
                 }
-                if (strId.empty()) {
+                if (svId.empty()) {
                     continue;
                 }
-                const int iStatus = vecChannels[i].second;
-                auto it = m_mapChannelStatus.find(strId);
+                const int iStatus = vecChannels[i].m_iStatus;
+                strKey.assign(svId.data(), svId.size());
+                auto it = m_mapChannelStatus.find(strKey);
                 if (it == m_mapChannelStatus.end()) {
-                    const QString qstrId = QString::fromUtf8(strId.c_str());
+                    const QString qstrId = QString::fromUtf8(strKey.c_str());
                     // -1 and 0 both mean no image channel.
                     const bool blImage = IsImageChannel(qstrId) > 0;
-                    m_mapChannelStatus[strId] = std::make_pair(blImage, iStatus);
+                    m_mapChannelStatus[strKey] = std::make_pair(blImage, iStatus);
                     qmapChanges.insert(qstrId, qMakePair(blImage, iStatus));
                 } else if (it->second.second != iStatus) {
                     it->second.second = iStatus;
-                    qmapChanges.insert(QString::fromUtf8(strId.c_str()),
+                    qmapChanges.insert(QString::fromUtf8(strKey.c_str()),
                                        qMakePair(it->second.first, iStatus));
                 }
             }
         }
-        vecChannels.clear();
 
         // 7. Without a factory the pass ends here and starts again at once: the cache has taken
         // this pass's changes in, so they are not reported until they change again. Kept.
@@ -355,7 +374,6 @@ void CLS_DeviceTreeBGThread::run()
 
         // 9. Second pass: each admitted id read afresh. An id can overwrite its entry of step 6
         // with a later value; the last write counts.
-        std::string strId; // one buffer for the whole pass
         for (const QString& qstrId : qvecIds) {
             if (!pDevFactory->IsIdAdmitted(qstrId)) {
                 continue;
@@ -375,12 +393,12 @@ void CLS_DeviceTreeBGThread::run()
             const int iStatus = spItem->m_iStatus;
             spItem.reset();
 
-            AssignUtf8(strId, qstrId);
+            AssignUtf8(strKey, qstrId);
             CLS_WriteGuard lock(m_rwlockChannelStatus);
-            auto it = m_mapChannelStatus.find(strId);
+            auto it = m_mapChannelStatus.find(strKey);
             if (it == m_mapChannelStatus.end()) {
                 // Only ids the first pass didn't see; their image flag isn't asked.
-                m_mapChannelStatus[strId] = std::make_pair(false, iStatus);
+                m_mapChannelStatus[strKey] = std::make_pair(false, iStatus);
                 qmapChanges.insert(qstrId, qMakePair(false, iStatus));
             } else if (it->second.second != iStatus) {
                 it->second.second = iStatus;
