@@ -634,12 +634,17 @@ void CLS_WgtDeviceTree::ExpandHostItem()
         return;
     // Every fold makes the view size its column again from all visible rows, which is quadratic on
     // a large installation; the column is sized once, after the last fold, instead.
+    // Each column gets its own mode back afterwards, whatever the page set.
     CLS_WgtBaseTreeWidget* pBaseTree = m_pTreePanel->GetBaseTree();
     QHeaderView* pHeader = pBaseTree != nullptr ? pBaseTree->header() : nullptr;
-    const bool blResizeToContents = pHeader != nullptr && pHeader->count() > 0 &&
-                                    pHeader->sectionResizeMode(0) == QHeaderView::ResizeToContents;
-    if (blResizeToContents)
-        pHeader->setSectionResizeMode(QHeaderView::Interactive);
+    QVector<QHeaderView::ResizeMode> qvecModes;
+    if (pHeader != nullptr && pHeader->count() > 0 &&
+        pHeader->sectionResizeMode(0) == QHeaderView::ResizeToContents) {
+        for (int i = 0; i < pHeader->count(); ++i) {
+            qvecModes.append(pHeader->sectionResizeMode(i));
+            pHeader->setSectionResizeMode(i, QHeaderView::Interactive);
+        }
+    }
 
     // Collapses, despite the name (kept: pages call it by this name).
     for (auto it = m_qmapNodes.cbegin(); it != m_qmapNodes.cend(); ++it) {
@@ -650,8 +655,8 @@ void CLS_WgtDeviceTree::ExpandHostItem()
             m_pTreePanel->SetItemExpandStatus(it.key(), TREE_COLLAPSE);
     }
 
-    if (blResizeToContents)
-        pHeader->setSectionResizeMode(QHeaderView::ResizeToContents);
+    for (int i = 0; i < qvecModes.size(); ++i)
+        pHeader->setSectionResizeMode(i, qvecModes.at(i));
 }
 
 void CLS_WgtDeviceTree::ExpandAll()

@@ -88,6 +88,7 @@ private slots:
     void shouldShowOneRootRowForAnEmptyCustomTree();
     void shouldBuildRowsFromNodesAndFoldTheGroups();
     void shouldSizeColumnToContentsAgainAfterFolding();
+    void shouldKeepThePagesModeOfEachColumnAfterFolding();
     void shouldSurviveHostileNodes();
     void shouldIgnoreAVariantOfTheWrongTypeInSlotInit();
     void shouldNotCrashWhenAPageDeletesTheRowInItsDblClickSlot();
@@ -157,6 +158,21 @@ void CLS_TestDeviceTreeSmoke::shouldSizeColumnToContentsAgainAfterFolding()
     QCOMPARE(pBase->header()->sectionResizeMode(0), QHeaderView::ResizeToContents);
     QVERIFY(!pBase->GetNodeById("g1")->isExpanded());
     QVERIFY(pBase->GetNodeById("custom_root_id")->isExpanded());
+}
+
+void CLS_TestDeviceTreeSmoke::shouldKeepThePagesModeOfEachColumnAfterFolding()
+{
+    CLS_SmokeTree tree(nullptr, DEV_TREE_CUSTOM);
+    QMap<QString, CLS_CustomTreeNode> qmapNodes = SampleNodes();
+    QCOMPARE(tree.Init(qmapNodes, "Root"), 0);
+    CLS_WgtBaseTreeWidget* pBase = BaseOf(tree);
+    QCOMPARE(pBase->header()->count(), 2);
+    pBase->header()->setSectionResizeMode(1, QHeaderView::Fixed); // the page's choice for the tool bars
+    pBase->expandAll();
+    tree.ExpandHostItem();
+    QCOMPARE(pBase->header()->sectionResizeMode(0), QHeaderView::ResizeToContents);
+    QCOMPARE(pBase->header()->sectionResizeMode(1), QHeaderView::Fixed);
+    QVERIFY(!pBase->GetNodeById("g1")->isExpanded());
 }
 
 void CLS_TestDeviceTreeSmoke::shouldSurviveHostileNodes()
