@@ -8,6 +8,7 @@
 
 #include <exception>
 #include <functional>
+#include <typeinfo>
 
 std::string QVariantMap2strString(const QVariantMap& _qmapParam)
 {
@@ -47,10 +48,10 @@ std::string RequestObjectName(const QObject* _pRequestObj)
 
 } // namespace
 
-// The type tag of a log line: "[", the run-time type, "]". The run-time type is read from the Qt
-// meta-object (className() of the most derived class with Q_OBJECT), which is readable, unlike
-// typeid's mangled name.
-#define PRESENTER_TYPE_TAG "[" << metaObject()->className() << "]"
+// The type tag of a log line: "[", the run-time type name, "]". The name is the one typeid gives
+// for the object's dynamic type, as the compiler writes it (mangled with GCC and Clang); a derived
+// presenter needs no Q_OBJECT of its own to be named.
+#define PRESENTER_TYPE_TAG "[" << typeid(*this).name() << "]"
 
 CLS_PresenterBasic::CLS_PresenterBasic(QObject* _pParent) : QObject(_pParent) {}
 
@@ -137,7 +138,7 @@ void CLS_PresenterBasic::TaskRequest(const QString& _qstrBusinessKey, const QVar
             reinterpret_cast<TaskPool::PFun_AddTmpTask>(TaskPool::GetModuleFun("AddTmpTask"));
         if (nullptr != pFunAddTmpTask) {
             pFunAddTmpTask(funTask, this,
-                           ContextText(__FILE__, __LINE__, metaObject()->className(), __FUNCTION__));
+                           ContextText(__FILE__, __LINE__, typeid(*this).name(), __FUNCTION__));
         }
     } catch (const std::exception& e) {
         Logger::LogMessageStream clsLog(__FILE__, LogModuleCode(), __FUNCTION__, __LINE__, 3);
@@ -174,7 +175,7 @@ void CLS_PresenterBasic::StartLoopTask()
         }
     };
     const int iInterval = GetLoopInterval();
-    const std::string strContext = ContextText(__FILE__, __LINE__, metaObject()->className(), __FUNCTION__);
+    const std::string strContext = ContextText(__FILE__, __LINE__, typeid(*this).name(), __FUNCTION__);
     auto pFunAddLoopTask =
         reinterpret_cast<TaskPool::PFun_AddLoopTask>(TaskPool::GetModuleFun("AddLoopTask"));
     if (nullptr != pFunAddLoopTask) {

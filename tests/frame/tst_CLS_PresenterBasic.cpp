@@ -8,6 +8,7 @@
 #include <QtTest>
 
 #include <sstream>
+#include <typeinfo>
 
 namespace {
 
@@ -33,7 +34,8 @@ QString PointerText(const void* _pValue)
     return QString::fromStdString(ossText.str());
 }
 
-const char* const CONST_TAG = "[CLS_ProbePresenter]";
+// The type tag of the presenter's log lines: its run-time type name as typeid gives it.
+const QString CONST_TAG = QString("[%1]").arg(typeid(CLS_ProbePresenter).name());
 
 } // namespace
 
@@ -59,6 +61,7 @@ private slots:
     void shouldCallUnInitPresenterWithoutInit();
     void shouldLogInitThrowAndStayStopped_data();
     void shouldLogInitThrowAndStayStopped();
+    void shouldNameTheDynamicTypeInTheTypeTag();
     void shouldLogUnInitThrowAndStayInited_data();
     void shouldLogUnInitThrowAndStayInited();
     void shouldQueueRequestWithClassContext();
@@ -176,7 +179,8 @@ void tst_CLS_PresenterBasic::shouldRunLoopFromIntervalOneUntilUnInit()
     QCOMPARE(vecCalls.size(), size_t(1));
     QCOMPARE(QString::fromStdString(vecCalls[0].m_strFunction), QString("AddLoopTask"));
     QCOMPARE(vecCalls[0].m_iInterval, 1);
-    QVERIFY2(CLS_FrameKit::ContextPattern("CLS_PresenterBasic.cpp", "CLS_ProbePresenter", "StartLoopTask")
+    QVERIFY2(CLS_FrameKit::ContextPattern("CLS_PresenterBasic.cpp", typeid(CLS_ProbePresenter).name(),
+                                          "StartLoopTask")
                  .match(QString::fromStdString(vecCalls[0].m_strContext))
                  .hasMatch(),
              vecCalls[0].m_strContext.c_str());
@@ -287,6 +291,23 @@ void tst_CLS_PresenterBasic::shouldLogInitThrowAndStayStopped()
     QCOMPARE(CLS_PoolProbe::Lines(CLS_PoolProbe::TakeCalls()), QStringList());
 }
 
+// A presenter class of the page's own, without a meta-object of its own.
+class CLS_PageOwnPresenter : public CLS_ProbePresenter
+{};
+
+void tst_CLS_PresenterBasic::shouldNameTheDynamicTypeInTheTypeTag()
+{
+    CLS_PageOwnPresenter clsPresenter;
+    clsPresenter.m_nInitThrow = THROW_OTHER;
+    CLS_PresenterBasic& clsBase = clsPresenter;
+
+    clsBase.Init();
+
+    const QString qstrTag = QString("[%1]").arg(typeid(CLS_PageOwnPresenter).name());
+    QVERIFY(qstrTag != CONST_TAG);
+    QCOMPARE(CLS_FrameKit::TakeLogLines(), QStringList{QString("3|default|Init|%1Init Fail").arg(qstrTag)});
+}
+
 void tst_CLS_PresenterBasic::shouldLogUnInitThrowAndStayInited_data()
 {
     QTest::addColumn<n_Throw>("kind");
@@ -324,7 +345,8 @@ void tst_CLS_PresenterBasic::shouldQueueRequestWithClassContext()
     QCOMPARE(vecCalls.size(), size_t(1));
     QCOMPARE(QString::fromStdString(vecCalls[0].m_strFunction), QString("AddTmpTask"));
     QCOMPARE(vecCalls[0].m_pOwner, static_cast<void*>(&clsPresenter));
-    QVERIFY2(CLS_FrameKit::ContextPattern("CLS_PresenterBasic.cpp", "CLS_ProbePresenter", "TaskRequest")
+    QVERIFY2(CLS_FrameKit::ContextPattern("CLS_PresenterBasic.cpp", typeid(CLS_ProbePresenter).name(),
+                                          "TaskRequest")
                  .match(QString::fromStdString(vecCalls[0].m_strContext))
                  .hasMatch(),
              vecCalls[0].m_strContext.c_str());
