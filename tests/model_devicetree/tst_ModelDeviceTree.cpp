@@ -17,6 +17,8 @@
 #include "CLS_IResourceTree.h"
 #include "CLS_TestDeviceTree.h"
 #include "DevManageControl.h"
+#include "Logger.h"
+#include "LxAppManager.h"
 #include "LxAppManagerControl.h"
 
 #include <QColor>
@@ -2681,6 +2683,10 @@ private slots:
         qRegisterMetaType<CLS_CustomTreeNode>("CLS_CustomTreeNode");
         s_blMutate = qEnvironmentVariableIntValue("WGT_MODEL_MUTATE") == 1;
         QVERIFY(DevManage::GetResourceTree() != nullptr);
+        // The gateways' first binds are not made for several threads at once: bind the ones the
+        // status workers use here, before the first worker starts.
+        Logger::GetModuleFun("PrintLog", "");
+        LxAppManager::GetModuleFun("GetApp", "");
         // No application object: each status worker leaves after its first pass.
         LxAppManagerCtl_SetAppAvailable(0);
     }
