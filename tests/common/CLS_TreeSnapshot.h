@@ -9,28 +9,13 @@
 
 namespace CLS_TreeSnapshot {
 
-inline QString NodeId(const QTreeWidgetItem* _pNode)
-{
-    return _pNode->data(0, Qt::UserRole).toString();
-}
+// The record id of a row (column 0, Qt::UserRole).
+QString NodeId(const QTreeWidgetItem* _pNode);
 
-inline QString Snapshot(const QTreeWidgetItem* _pNode)
-{
-    QString qstrText = NodeId(_pNode);
-    if (_pNode->childCount() == 0)
-        return qstrText;
-    QStringList qlstChildren;
-    for (int i = 0; i < _pNode->childCount(); ++i)
-        qlstChildren << Snapshot(_pNode->child(i));
-    return qstrText + "(" + qlstChildren.join(",") + ")";
-}
+// A row and everything below it.
+QString Snapshot(const QTreeWidgetItem* _pNode);
 
-inline QString Snapshot(const QTreeWidget& _tree)
-{
-    QStringList qlstTop;
-    for (int i = 0; i < _tree.topLevelItemCount(); ++i)
-        qlstTop << Snapshot(_tree.topLevelItem(i));
-    return qlstTop.join(",");
-}
+// Every top-level row, joined by ",".
+QString Snapshot(const QTreeWidget& _tree);
 
 } // namespace CLS_TreeSnapshot

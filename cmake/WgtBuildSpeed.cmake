@@ -1,0 +1,123 @@
+# Build speed: a compiler cache and precompiled Qt headers. Nothing here changes what is built, only
+# how fast: with WGT_USE_CCACHE=OFF and WGT_PRECOMPILE_HEADERS=OFF the objects are the same.
+#
+#   WGT_USE_CCACHE            compile through ccache when it is installed (default ON)
+#   WGT_PRECOMPILE_HEADERS    precompiled headers of the Qt headers the code uses (default ON)
+#
+#   wgt_precompile_library(<target>)   the widget library's own header set
+#   wgt_precompile_qt_library(<target>) a shared library using Qt Widgets: reuses the widget
+#                                      library's set
+#   wgt_precompile_program(<target>)   a Qt program linking the widget library: reuses the set of
+#                                      the test-support library (same flags as every program)
+
+# ---- compiler cache -----------------------------------------------------------------------------
+# The cache lives in ccache's default place (~/.cache/ccache), so that every build folder of this
+# machine, and a fresh clone of the repository elsewhere, hit what was compiled before:
+#   CCACHE_BASEDIR  paths below the source tree are hashed relative to the build folder, so that the
+#                   same sources in another clone give the same keys;
+#   CCACHE_NOHASHDIR the build folder is not part of the key of -g builds (debug information then
+#                   names the folder of the first build; sanitizer reports still name functions);
+#   CCACHE_SLOPPINESS precompiled headers are cacheable, and files of a new clone, all of them just
+#                   written, are hashed by content rather than refused for their new times.
+# A launcher already set by the caller (-DCMAKE_CXX_COMPILER_LAUNCHER=...) wins.
+option(WGT_USE_CCACHE "Compile through ccache when it is installed" ON)
+if(WGT_USE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    find_program(WGT_CCACHE_PROGRAM ccache)
+    if(WGT_CCACHE_PROGRAM)
+        set(wgt_ccache_launcher
+            ${CMAKE_COMMAND} -E env
+            CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}
+            CCACHE_NOHASHDIR=1
+            CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+            ${WGT_CCACHE_PROGRAM})
+        set(CMAKE_CXX_COMPILER_LAUNCHER ${wgt_ccache_launcher})
+        set(CMAKE_C_COMPILER_LAUNCHER ${wgt_ccache_launcher})
+        message(STATUS "Compiler cache: ${WGT_CCACHE_PROGRAM}")
+    else()
+        message(STATUS "Compiler cache: ccache not found, compiling without it")
+    endif()
+endif()
+
+# ---- precompiled headers ------------------------------------------------------------------------
+option(WGT_PRECOMPILE_HEADERS "Precompile the Qt headers the code uses" ON)
+
+# The widget library and the Qt libraries beside it (reference and test siblings). Qt headers only:
+# the project's own headers change too often to be worth a rebuild of every set.
+set(WGT_PCH_LIBRARY_HEADERS
+    <QtCore/QObject>
+    <QtCore/QString>
+    <QtCore/QStringList>
+    <QtCore/QVariant>
+    <QtCore/QMap>
+    <QtCore/QVector>
+    <QtCore/QList>
+    <QtCore/QSet>
+    <QtCore/QHash>
+    <QtCore/QPair>
+    <QtCore/QPointer>
+    <QtCore/QDir>
+    <QtCore/QFile>
+    <QtCore/QFileInfo>
+    <QtCore/QTimer>
+    <QtCore/QThread>
+    <QtCore/QMutex>
+    <QtCore/QReadWriteLock>
+    <QtCore/QJsonDocument>
+    <QtCore/QJsonObject>
+    <QtCore/QJsonArray>
+    <QtGui/QIcon>
+    <QtGui/QPixmap>
+    <QtGui/QImage>
+    <QtGui/QPainter>
+    <QtGui/QColor>
+    <QtGui/QFont>
+    <QtGui/QFontMetrics>
+    <QtGui/QMouseEvent>
+    <QtWidgets/QApplication>
+    <QtWidgets/QWidget>
+    <QtWidgets/QTreeWidget>
+    <QtWidgets/QTreeWidgetItem>
+    <QtWidgets/QHeaderView>
+    <QtWidgets/QLineEdit>
+    <QtWidgets/QListWidget>
+    <QtWidgets/QStackedWidget>
+    <QtWidgets/QToolBar>
+    <QtWidgets/QToolButton>
+    <QtWidgets/QBoxLayout>
+    <QtWidgets/QMenu>
+    <QtWidgets/QAction>
+    <QtWidgets/QStyledItemDelegate>
+    <memory>
+    <string>
+    <vector>
+    <functional>)
+
+# Programs: the same, and Qt Test (the umbrella header most tests include).
+set(WGT_PCH_PROGRAM_HEADERS ${WGT_PCH_LIBRARY_HEADERS} <QtTest/QtTest> <QtTest/QSignalSpy>)
+
+function(wgt_precompile_library target)
+    if(WGT_PRECOMPILE_HEADERS)
+        target_precompile_headers(${target} PRIVATE ${WGT_PCH_LIBRARY_HEADERS})
+    endif()
+endfunction()
+
+# A shared library compiled with the flags of the widget library (position independent code) that
+# uses Qt Widgets: it reuses that library's precompiled set instead of making its own. Libraries of
+# plain C++ or QtCore alone keep to their own headers (the set names Qt Widgets headers).
+function(wgt_precompile_qt_library target)
+    if(NOT WGT_PRECOMPILE_HEADERS OR NOT TARGET WgtTreeWidget OR target STREQUAL "WgtTreeWidget")
+        return()
+    endif()
+    get_target_property(libs ${target} LINK_LIBRARIES)
+    if("WgtTreeWidget" IN_LIST libs OR "Qt5::Widgets" IN_LIST libs)
+        target_precompile_headers(${target} REUSE_FROM WgtTreeWidget)
+    endif()
+endfunction()
+
+# A program linking the widget library and Qt Test: reuses the set of the test-support library,
+# which is compiled with the flags of a program (see tests/CMakeLists.txt).
+function(wgt_precompile_program target)
+    if(WGT_PRECOMPILE_HEADERS AND TARGET wgt_test_support)
+        target_precompile_headers(${target} REUSE_FROM wgt_test_support)
+    endif()
+endfunction()
