@@ -5,8 +5,8 @@
 #   WGT_PRECOMPILE_HEADERS    precompiled headers of the Qt headers the code uses (default ON)
 #
 #   wgt_precompile_library(<target>)   the widget library's own header set
-#   wgt_precompile_qt_library(<target>) a shared library using Qt Widgets: reuses the widget
-#                                      library's set
+#   wgt_precompile_qt_library(<target>) a shared library using Qt Widgets: reuses the set of an
+#                                      object library with the flags of such a library
 #   wgt_precompile_program(<target>)   a Qt program linking the widget library: reuses the set of
 #                                      the test-support library (same flags as every program)
 
@@ -101,17 +101,30 @@ function(wgt_precompile_library target)
     endif()
 endfunction()
 
-# A shared library compiled with the flags of the widget library (position independent code) that
-# uses Qt Widgets: it reuses that library's precompiled set instead of making its own. Libraries of
-# plain C++ or QtCore alone keep to their own headers (the set names Qt Widgets headers).
+# A shared library using Qt Widgets reuses the set of an object library compiled with the flags of
+# such a library (position independent code, the Qt modules of the widget library). The widget
+# library's own set can't serve: it is made with WgtTreeWidget_EXPORTS defined, which the compiler
+# then asks of every user. Libraries of plain C++ or QtCore alone keep to their own headers (the
+# set names Qt Widgets headers).
 function(wgt_precompile_qt_library target)
-    if(NOT WGT_PRECOMPILE_HEADERS OR NOT TARGET WgtTreeWidget OR target STREQUAL "WgtTreeWidget")
+    if(NOT WGT_PRECOMPILE_HEADERS OR NOT TARGET WgtTreeWidget)
         return()
     endif()
     get_target_property(libs ${target} LINK_LIBRARIES)
-    if("WgtTreeWidget" IN_LIST libs OR "Qt5::Widgets" IN_LIST libs)
-        target_precompile_headers(${target} REUSE_FROM WgtTreeWidget)
+    if(NOT "WgtTreeWidget" IN_LIST libs AND NOT "Qt5::Widgets" IN_LIST libs)
+        return()
     endif()
+    if(NOT TARGET wgt_pch_qt_library)
+        set(holder_source ${CMAKE_BINARY_DIR}/wgt_pch_qt_library.cpp)
+        if(NOT EXISTS ${holder_source})
+            file(WRITE ${holder_source} "// Carries the precompiled headers of the Qt libraries beside the widget library.\n")
+        endif()
+        add_library(wgt_pch_qt_library OBJECT ${holder_source})
+        target_link_libraries(wgt_pch_qt_library PRIVATE WgtTreeWidget)
+        set_target_properties(wgt_pch_qt_library PROPERTIES POSITION_INDEPENDENT_CODE ON AUTOMOC OFF)
+        target_precompile_headers(wgt_pch_qt_library PRIVATE ${WGT_PCH_LIBRARY_HEADERS})
+    endif()
+    target_precompile_headers(${target} REUSE_FROM wgt_pch_qt_library)
 endfunction()
 
 # A program linking the widget library and Qt Test: reuses the set of the test-support library,
