@@ -62,15 +62,6 @@ const char* CLS_PresenterBasic::GetModuleCode()
     return "default";
 }
 
-const char* CLS_PresenterBasic::LogModuleCode()
-{
-    try {
-        return GetModuleCode();
-    } catch (...) {
-        return "default";
-    }
-}
-
 void CLS_PresenterBasic::Init()
 {
     try {
@@ -80,9 +71,10 @@ void CLS_PresenterBasic::Init()
         emit SignInitEd();
         StartLoopTask();
     } catch (const std::exception& e) {
-        WGT_LOG(LogModuleCode(), 3) << PRESENTER_TYPE_TAG << "Init Fail" << e.what();
+        WGT_LOG_CAUGHT(
+            3, [&](std::ostream& _osText) { _osText << PRESENTER_TYPE_TAG << "Init Fail" << e.what(); });
     } catch (...) {
-        WGT_LOG(LogModuleCode(), 3) << PRESENTER_TYPE_TAG << "Init Fail";
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) { _osText << PRESENTER_TYPE_TAG << "Init Fail"; });
     }
 }
 
@@ -100,9 +92,10 @@ void CLS_PresenterBasic::UnInit()
         UnInitPresenter();
         m_blInited = false;
     } catch (const std::exception& e) {
-        WGT_LOG(LogModuleCode(), 3) << PRESENTER_TYPE_TAG << "UnInit Fail" << e.what();
+        WGT_LOG_CAUGHT(
+            3, [&](std::ostream& _osText) { _osText << PRESENTER_TYPE_TAG << "UnInit Fail" << e.what(); });
     } catch (...) {
-        WGT_LOG(LogModuleCode(), 3) << PRESENTER_TYPE_TAG << "UnInit Fail";
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) { _osText << PRESENTER_TYPE_TAG << "UnInit Fail"; });
     }
 }
 
@@ -124,7 +117,9 @@ void CLS_PresenterBasic::TaskRequest(const QString& _qstrBusinessKey, const QVar
     };
     try {
         {
-            Logger::LogMessageStream clsLog(__FILE__, LogModuleCode(), __FUNCTION__, __LINE__, 0);
+            // GetModuleCode() is a page's: what it throws goes to the catch below, and nothing is
+            // queued.
+            Logger::LogMessageStream clsLog(__FILE__, GetModuleCode(), __FUNCTION__, __LINE__, 0);
             clsLog << PRESENTER_TYPE_TAG;
             funWriteRequest(clsLog);
         }
@@ -141,13 +136,13 @@ void CLS_PresenterBasic::TaskRequest(const QString& _qstrBusinessKey, const QVar
                            ContextText(__FILE__, __LINE__, typeid(*this).name(), __FUNCTION__));
         }
     } catch (const std::exception& e) {
-        Logger::LogMessageStream clsLog(__FILE__, LogModuleCode(), __FUNCTION__, __LINE__, 3);
-        clsLog << PRESENTER_TYPE_TAG << "Request Fail" << e.what();
-        funWriteRequest(clsLog);
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) {
+            funWriteRequest(_osText << PRESENTER_TYPE_TAG << "Request Fail" << e.what());
+        });
     } catch (...) {
-        Logger::LogMessageStream clsLog(__FILE__, LogModuleCode(), __FUNCTION__, __LINE__, 3);
-        clsLog << PRESENTER_TYPE_TAG << "Request Fail ";
-        funWriteRequest(clsLog);
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) {
+            funWriteRequest(_osText << PRESENTER_TYPE_TAG << "Request Fail ");
+        });
     }
 }
 
@@ -169,9 +164,12 @@ void CLS_PresenterBasic::StartLoopTask()
         try {
             LoopTask();
         } catch (const std::exception& e) {
-            WGT_LOG(LogModuleCode(), 3) << PRESENTER_TYPE_TAG << "LoopTask Fail" << e.what();
+            WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) {
+                _osText << PRESENTER_TYPE_TAG << "LoopTask Fail" << e.what();
+            });
         } catch (...) {
-            WGT_LOG(LogModuleCode(), 3) << PRESENTER_TYPE_TAG << "LoopTask Fail";
+            WGT_LOG_CAUGHT(3,
+                           [&](std::ostream& _osText) { _osText << PRESENTER_TYPE_TAG << "LoopTask Fail"; });
         }
     };
     const int iInterval = GetLoopInterval();
@@ -194,7 +192,7 @@ void CLS_PresenterBasic::TaskRequestHandler(const QString& _qstrBusinessKey, con
                 << RequestObjectName(_pRequestObj) << "] ";
     };
     try {
-        WGT_LOG(LogModuleCode(), 0) << PRESENTER_TYPE_TAG << "run TaskRequest key:["
+        WGT_LOG(GetModuleCode(), 0) << PRESENTER_TYPE_TAG << "run TaskRequest key:["
                                     << _qstrBusinessKey.toStdString() << "] param:["
                                     << QVariantMap2strString(_qmapParam) << "] UUID:["
                                     << _qstrBusinessUUID.toStdString() << "]";
@@ -202,7 +200,7 @@ void CLS_PresenterBasic::TaskRequestHandler(const QString& _qstrBusinessKey, con
         QVariantMap qmapResult;
         const bool blResult = TaskHandler(_qstrBusinessKey, _qmapParam, qmapResult);
 
-        WGT_LOG(LogModuleCode(), 1) << PRESENTER_TYPE_TAG << "handle " << blResult << " key:["
+        WGT_LOG(GetModuleCode(), 1) << PRESENTER_TYPE_TAG << "handle " << blResult << " key:["
                                     << _qstrBusinessKey.toStdString() << "] param:["
                                     << QVariantMap2strString(_qmapParam) << "] UUID:["
                                     << _qstrBusinessUUID.toStdString() << "] result:["
@@ -217,7 +215,7 @@ void CLS_PresenterBasic::TaskRequestHandler(const QString& _qstrBusinessKey, con
         if (blResult) {
             qmapResult.insert(QStringLiteral("__result__"), QStringLiteral("success"));
         } else {
-            WGT_LOG(LogModuleCode(), 3)
+            WGT_LOG(GetModuleCode(), 3)
                 << PRESENTER_TYPE_TAG << "key:[" << _qstrBusinessKey.toStdString() << "] param:["
                 << QVariantMap2strString(_qmapParam) << "] UUID:[" << _qstrBusinessUUID.toStdString()
                 << "] result:[" << QVariantMap2strString(qmapResult) << "]";
@@ -227,12 +225,14 @@ void CLS_PresenterBasic::TaskRequestHandler(const QString& _qstrBusinessKey, con
         // Emitted on the pool thread; the views' automatic connections queue it to their threads.
         emit SignTaskResult(_qstrBusinessKey, qmapResult, _qstrBusinessUUID);
     } catch (const std::exception& e) {
-        Logger::LogMessageStream clsLog(__FILE__, LogModuleCode(), __FUNCTION__, __LINE__, 3);
-        clsLog << PRESENTER_TYPE_TAG << "Request Fail" << e.what();
-        funWriteFailure(clsLog);
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) {
+            _osText << PRESENTER_TYPE_TAG << "Request Fail" << e.what();
+            funWriteFailure(_osText);
+        });
     } catch (...) {
-        Logger::LogMessageStream clsLog(__FILE__, LogModuleCode(), __FUNCTION__, __LINE__, 3);
-        clsLog << PRESENTER_TYPE_TAG << "Request Fail";
-        funWriteFailure(clsLog);
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) {
+            _osText << PRESENTER_TYPE_TAG << "Request Fail";
+            funWriteFailure(_osText);
+        });
     }
 }

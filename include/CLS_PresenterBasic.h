@@ -28,7 +28,9 @@ public:
     // The virtual operations keep this order; derived presenters of other modules are built
     // against it.
 
-    // Module code of this presenter's log records and of its views. "default" here.
+    // Module code of this presenter's log records and of its views. "default" here. Asked at each
+    // log statement: what an override throws there goes to the catch of the function that logs,
+    // which asks once more for its own record (and drops the record if that throws too).
     virtual const char* GetModuleCode();
     // InitPresenter, then m_blInited, then SignInitEd, then the loop task. Catches everything.
     virtual void Init();
@@ -70,10 +72,6 @@ signals:
     void SignTaskResult(QString _qstrBusinessKey, QVariantMap _qmapParam, QString _qstrBusinessUUID);
 
 protected:
-    // GetModuleCode() for a log statement; "default" if an override throws, so that a log line in a
-    // catch block cannot throw again.
-    const char* LogModuleCode();
-
     std::string m_strLoopTaskId;         // filled by the pool through the reference at "AddLoopTask"
     std::atomic<bool> m_blInited{false}; // true between Init and UnInit; read by the views
 

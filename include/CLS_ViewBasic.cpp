@@ -21,6 +21,23 @@ std::string ContextText(const char* _pFile, int _iLine, const char* _pFunction)
            "\", \"function\": \"" + _pFunction + "\"}";
 }
 
+// True while GetModuleCode makes the record of its own catch block on this thread: the record asks
+// for the module once more, and that call must not catch and record again. A page whose module
+// code always throws so gets no record, and no recursion.
+thread_local bool s_blInModuleCodeRecord = false;
+
+class CLS_ModuleCodeRecordGuard
+{
+public:
+    CLS_ModuleCodeRecordGuard() : m_blWas(s_blInModuleCodeRecord) { s_blInModuleCodeRecord = true; }
+    ~CLS_ModuleCodeRecordGuard() { s_blInModuleCodeRecord = m_blWas; }
+    CLS_ModuleCodeRecordGuard(const CLS_ModuleCodeRecordGuard&) = delete;
+    CLS_ModuleCodeRecordGuard& operator=(const CLS_ModuleCodeRecordGuard&) = delete;
+
+private:
+    const bool m_blWas;
+};
+
 const char* const CONST_OBJECT_KEY = "__object__";
 const char* const CONST_RESULT_KEY = "__result__";
 
@@ -32,6 +49,12 @@ CLS_ViewBasic::~CLS_ViewBasic() = default;
 
 const char* CLS_ViewBasic::GetModuleCode()
 {
+    if (s_blInModuleCodeRecord) {
+        // Asked again for the module of the record below. Nothing is caught here: a throw goes back
+        // to that record, which is dropped, instead of starting another record that asks again.
+        CLS_PresenterBasic* pPresenter = GetPresenter();
+        return nullptr != pPresenter ? pPresenter->GetModuleCode() : metaObject()->className();
+    }
     try {
         CLS_PresenterBasic* pPresenter = GetPresenter();
         if (nullptr != pPresenter) {
@@ -39,22 +62,13 @@ const char* CLS_ViewBasic::GetModuleCode()
         }
         return metaObject()->className();
     } catch (const std::exception& e) {
-        // Logged under "default", the answer given below: asking for the module again from here
-        // could throw again.
-        WGT_LOG("default", 3) << e.what();
+        CLS_ModuleCodeRecordGuard clsGuard;
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) { _osText << e.what(); });
     } catch (...) {
-        WGT_LOG("default", 3) << "...";
+        CLS_ModuleCodeRecordGuard clsGuard;
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) { _osText << "..."; });
     }
     return "default";
-}
-
-const char* CLS_ViewBasic::LogModuleCode()
-{
-    try {
-        return GetModuleCode();
-    } catch (...) {
-        return "default";
-    }
 }
 
 CLS_PresenterBasic* CLS_ViewBasic::GetPresenter()
@@ -104,9 +118,9 @@ void CLS_ViewBasic::showEvent(QShowEvent* _pEvent)
         }
         m_blFirstShow = false;
     } catch (const std::exception& e) {
-        WGT_LOG(LogModuleCode(), 3) << e.what();
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) { _osText << e.what(); });
     } catch (...) {
-        WGT_LOG(LogModuleCode(), 3) << "...";
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) { _osText << "..."; });
     }
 }
 
@@ -121,16 +135,16 @@ void CLS_ViewBasic::Init()
         CLS_PresenterBasic* pPresenter = GetPresenter();
         if (nullptr == pPresenter) {
             // A view without a presenter is complete; this line is all that is said about it.
-            WGT_LOG(LogModuleCode(), 3) << "nullptr == pPresenter Init Fail";
+            WGT_LOG(GetModuleCode(), 3) << "nullptr == pPresenter Init Fail";
             return;
         }
         // Automatic: results emitted on a pool thread arrive queued on this view's thread.
         connect(pPresenter, &CLS_PresenterBasic::SignTaskResult, this, &CLS_ViewBasic::CallTaskHandler,
                 Qt::UniqueConnection);
     } catch (const std::exception& e) {
-        WGT_LOG(LogModuleCode(), 3) << "Init Fail" << e.what();
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) { _osText << "Init Fail" << e.what(); });
     } catch (...) {
-        WGT_LOG(LogModuleCode(), 3) << "Init Fail";
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) { _osText << "Init Fail"; });
     }
 }
 
@@ -139,9 +153,9 @@ void CLS_ViewBasic::SlotInitData()
     try {
         InitData();
     } catch (const std::exception& e) {
-        WGT_LOG(LogModuleCode(), 3) << "InitData Fail" << e.what();
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) { _osText << "InitData Fail" << e.what(); });
     } catch (...) {
-        WGT_LOG(LogModuleCode(), 3) << "InitData Fail";
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) { _osText << "InitData Fail"; });
     }
 }
 
@@ -157,9 +171,9 @@ void CLS_ViewBasic::LoadStyle()
         setStyleSheet(m_qstrStyleSheet);
         m_blStyleDirty = false;
     } catch (const std::exception& e) {
-        WGT_LOG(LogModuleCode(), 3) << "LoadStyle Fail" << e.what();
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) { _osText << "LoadStyle Fail" << e.what(); });
     } catch (...) {
-        WGT_LOG(LogModuleCode(), 3) << "LoadStyle Fail";
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) { _osText << "LoadStyle Fail"; });
     }
 }
 
@@ -179,19 +193,23 @@ bool CLS_ViewBasic::TaskRequest(const QString& _qstrBusinessKey, const QVariantM
                                 QVariantMap& _qmapResult)
 {
     try {
-        WGT_LOG(LogModuleCode(), 0) << "run TaskRequest key:[" << _qstrBusinessKey.toStdString()
+        WGT_LOG(GetModuleCode(), 0) << "run TaskRequest key:[" << _qstrBusinessKey.toStdString()
                                     << "] param:[" << QVariantMap2strString(_qmapParam) << "]";
         const bool blResult = TaskHandler(_qstrBusinessKey, _qmapParam, _qmapResult);
-        WGT_LOG(LogModuleCode(), 1) << "handle " << blResult << " key:[" << _qstrBusinessKey.toStdString()
+        WGT_LOG(GetModuleCode(), 1) << "handle " << blResult << " key:[" << _qstrBusinessKey.toStdString()
                                     << "] param:[" << QVariantMap2strString(_qmapParam) << "] result:["
                                     << QVariantMap2strString(_qmapResult) << "]";
         return blResult;
     } catch (const std::exception& e) {
-        WGT_LOG(LogModuleCode(), 3) << "Request Fail" << e.what() << "key:[" << _qstrBusinessKey.toStdString()
-                                    << "] param:[" << QVariantMap2strString(_qmapParam) << "]";
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) {
+            _osText << "Request Fail" << e.what() << "key:[" << _qstrBusinessKey.toStdString() << "] param:["
+                    << QVariantMap2strString(_qmapParam) << "]";
+        });
     } catch (...) {
-        WGT_LOG(LogModuleCode(), 3) << "Request Fail key:[" << _qstrBusinessKey.toStdString() << "] param:["
-                                    << QVariantMap2strString(_qmapParam) << "]";
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) {
+            _osText << "Request Fail key:[" << _qstrBusinessKey.toStdString() << "] param:["
+                    << QVariantMap2strString(_qmapParam) << "]";
+        });
     }
     return false;
 }
@@ -211,13 +229,15 @@ void CLS_ViewBasic::SendPresenterRequest(const QString& _qstrBusinessKey, const 
                            QVariant::fromValue(static_cast<void*>(this)));
         pPresenter->TaskRequest(_qstrBusinessKey, qmapRequest, _qstrUUID, this);
     } catch (const std::exception& e) {
-        WGT_LOG(LogModuleCode(), 3) << e.what() << "_qstrBusinessKey:[" << _qstrBusinessKey.toStdString()
-                                    << "] _qmapParam:[" << QVariantMap2strString(_qmapParam)
-                                    << "] _qstrUUID:[" << _qstrUUID.toStdString() << "]";
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) {
+            _osText << e.what() << "_qstrBusinessKey:[" << _qstrBusinessKey.toStdString() << "] _qmapParam:["
+                    << QVariantMap2strString(_qmapParam) << "] _qstrUUID:[" << _qstrUUID.toStdString() << "]";
+        });
     } catch (...) {
-        WGT_LOG(LogModuleCode(), 3) << "_qstrBusinessKey:[" << _qstrBusinessKey.toStdString()
-                                    << "] _qmapParam:[" << QVariantMap2strString(_qmapParam)
-                                    << "] _qstrUUID:[" << _qstrUUID.toStdString() << "]";
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) {
+            _osText << "_qstrBusinessKey:[" << _qstrBusinessKey.toStdString() << "] _qmapParam:["
+                    << QVariantMap2strString(_qmapParam) << "] _qstrUUID:[" << _qstrUUID.toStdString() << "]";
+        });
     }
 }
 
@@ -225,7 +245,7 @@ void CLS_ViewBasic::CallTaskHandler(QString _qstrBusinessKey, QVariantMap _qmapP
                                     QString _qstrBusinessUUID)
 {
     try {
-        WGT_LOG(LogModuleCode(), 0) << "call funtion key:[" << _qstrBusinessKey.toStdString() << "] param:["
+        WGT_LOG(GetModuleCode(), 0) << "call funtion key:[" << _qstrBusinessKey.toStdString() << "] param:["
                                     << QVariantMap2strString(_qmapParam) << "] UUID:["
                                     << _qstrBusinessUUID.toStdString() << "]";
 
@@ -239,13 +259,13 @@ void CLS_ViewBasic::CallTaskHandler(QString _qstrBusinessKey, QVariantMap _qmapP
 
         QVariantMap qmapResult;
         const bool blResult = TaskHandler(_qstrBusinessKey, _qmapParam, qmapResult);
-        WGT_LOG(LogModuleCode(), 1) << "call funtion " << blResult << " key:["
+        WGT_LOG(GetModuleCode(), 1) << "call funtion " << blResult << " key:["
                                     << _qstrBusinessKey.toStdString() << "] param:["
                                     << QVariantMap2strString(_qmapParam) << "] UUID:["
                                     << _qstrBusinessUUID.toStdString() << "] result:["
                                     << QVariantMap2strString(qmapResult) << "]";
         if (!blResult) {
-            WGT_LOG(LogModuleCode(), 3)
+            WGT_LOG(GetModuleCode(), 3)
                 << "key:[" << _qstrBusinessKey.toStdString() << "] param:["
                 << QVariantMap2strString(_qmapParam) << "] UUID:[" << _qstrBusinessUUID.toStdString()
                 << "] result:[" << QVariantMap2strString(qmapResult) << "]";
@@ -257,14 +277,17 @@ void CLS_ViewBasic::CallTaskHandler(QString _qstrBusinessKey, QVariantMap _qmapP
                           blResult ? QStringLiteral("success") : QStringLiteral("fail"));
         emit SignRequestTaskRsulted(_qstrBusinessKey, qmapResult, _qstrBusinessUUID);
     } catch (const std::exception& e) {
-        WGT_LOG(LogModuleCode(), 3) << "Fail [" << e.what() << "] _qstrBusinessKey:["
-                                    << _qstrBusinessKey.toStdString() << "] _qmapParam:["
-                                    << QVariantMap2strString(_qmapParam) << "] _qstrBusinessUUID:["
-                                    << _qstrBusinessUUID.toStdString() << "]";
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) {
+            _osText << "Fail [" << e.what() << "] _qstrBusinessKey:[" << _qstrBusinessKey.toStdString()
+                    << "] _qmapParam:[" << QVariantMap2strString(_qmapParam) << "] _qstrBusinessUUID:["
+                    << _qstrBusinessUUID.toStdString() << "]";
+        });
     } catch (...) {
-        WGT_LOG(LogModuleCode(), 3) << "Fail _qstrBusinessKey:[" << _qstrBusinessKey.toStdString()
-                                    << "] _qmapParam:[" << QVariantMap2strString(_qmapParam)
-                                    << "] _qstrBusinessUUID:[" << _qstrBusinessUUID.toStdString() << "]";
+        WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) {
+            _osText << "Fail _qstrBusinessKey:[" << _qstrBusinessKey.toStdString() << "] _qmapParam:["
+                    << QVariantMap2strString(_qmapParam) << "] _qstrBusinessUUID:["
+                    << _qstrBusinessUUID.toStdString() << "]";
+        });
     }
 }
 

@@ -29,7 +29,9 @@ public:
     // The virtual operations keep this order; views of other modules are built against it.
 
     // Module of this view: the presenter's module code, else the class name with its namespaces;
-    // "default" if that fails. Module code of the view's log records and module of its style files.
+    // "default" if that throws (logged, under the module asked for once more). Module code of the
+    // view's log records, asked at each statement, and module of its style files. What a page's
+    // override throws goes to the catch of the function that logs, and nothing further.
     virtual const char* GetModuleCode();
     // The view's presenter, or null (here). A view with a presenter overrides this.
     virtual CLS_PresenterBasic* GetPresenter();
@@ -80,10 +82,6 @@ protected slots:
 protected:
     // Does not call QWidget::showEvent. Only the first show does anything (see m_blFirstShow).
     void showEvent(QShowEvent* _pEvent) override;
-
-    // GetModuleCode() for a log statement; "default" if an override throws, so that a log line in a
-    // catch block cannot throw again.
-    const char* LogModuleCode();
 
     std::atomic<bool> m_blFirstShow{true};  // until a first show got as far as asking for the data
     std::atomic<bool> m_blInited{false};    // Init has built the view

@@ -39,9 +39,30 @@ private:
     int m_iLevel;
 };
 
+// One log statement of a catch block whose module code comes from a call that may throw (the
+// virtual GetModuleCode of a page). The module is asked for here, once more; when that throws, the
+// record is lost and nothing leaves: a catch block must not throw again. _funText writes the text.
+template <typename FunModule, typename FunText>
+void LogCaught(const char* _pFile, FunModule&& _funModule, const char* _pFunction, int _iLine, int _iLevel,
+               FunText&& _funText) noexcept
+{
+    try {
+        LogMessageStream clsLog(_pFile, _funModule(), _pFunction, _iLine, _iLevel);
+        _funText(clsLog);
+    } catch (...) {
+    }
+}
+
 } // namespace Logger
 
 // A log statement at the call site: WGT_LOG("WgtTreeWidget", 3) << "nullptr == pResourceTree ";
 // In a lambda body the function name is "operator()".
 #define WGT_LOG(_pModule, _iLevel)                                                                           \
     Logger::LogMessageStream(__FILE__, (_pModule), __FUNCTION__, __LINE__, (_iLevel))
+
+// A log statement in a catch block of a member of a class with a virtual GetModuleCode():
+//   WGT_LOG_CAUGHT(3, [&](std::ostream& _osText) { _osText << "Init Fail" << e.what(); });
+// GetModuleCode() is called when the statement is made; if it throws, the record is dropped.
+#define WGT_LOG_CAUGHT(_iLevel, _funText)                                                                    \
+    Logger::LogCaught(                                                                                       \
+        __FILE__, [this]() { return GetModuleCode(); }, __FUNCTION__, __LINE__, (_iLevel), _funText)

@@ -183,8 +183,9 @@ int main(int argc, char* argv[])
         iItems = clsSiblings.m_pFunLoadInstallationFile(QFile::encodeName(qstrFile).constData());
         if (iItems < 0) {
             const QString qstrWhy = clsSiblings.LastLoadError();
-            PrintError(QString("cannot load the installation \"%1\": %2")
-                           .arg(qstrFile, qstrWhy.isEmpty() ? QString("unknown error") : qstrWhy));
+            // The device layer's line names the file itself.
+            PrintError(qstrWhy.isEmpty() ? QString("cannot load the installation \"%1\"").arg(qstrFile)
+                                         : "cannot load the installation: " + qstrWhy);
             return CONST_EXIT_INSTALLATION;
         }
     }

@@ -500,7 +500,9 @@ bool CLS_Reader::ReadTreeSection(const QJsonObject& _qjsonTop, const STRCT_TreeS
         QString qstrStep = qvecNodes.at(i).m_qstrTreeParentId;
         for (int iStep = 0; qstrStep != qstrRootId; ++iStep) {
             if (iStep > qvecNodes.size())
-                return Fail(Join(qlstPaths.at(i), "parent"), QStringLiteral("parents form a loop"));
+                return Fail(
+                    Join(qlstPaths.at(i), "parent"),
+                    QStringLiteral("parents form a loop through \"%1\"").arg(qvecNodes.at(i).m_qstrTreeId));
             qstrStep = qvecNodes.at(qmapIndex.value(qstrStep)).m_qstrTreeParentId;
         }
     }
@@ -594,32 +596,81 @@ CLS_CustomTreeNode ChannelNode(const QString& _qstrPrefix, const STRCT_RefItemVa
     return clsNode;
 }
 
+// Line and column (both from 1) of the byte at _iOffset of a UTF-8 text; the column counts
+// characters, not bytes.
+void TextPosition(const QByteArray& _qbaText, int _iOffset, int& _iLine, int& _iColumn)
+{
+    const int iEnd = std::max(0, std::min(_iOffset, static_cast<int>(_qbaText.size())));
+    _iLine = 1;
+    _iColumn = 1;
+    for (int i = 0; i < iEnd; ++i) {
+        const unsigned char ucByte = static_cast<unsigned char>(_qbaText.at(i));
+        if ('\n' == ucByte) {
+            ++_iLine;
+            _iColumn = 1;
+        } else if ((ucByte & 0xC0) != 0x80) { // not a continuation byte
+            ++_iColumn;
+        }
+    }
+}
+
+// The message as one line: ids, keys and file names may hold line breaks and other controls,
+// which are written as a backslash, 'u' and four hex digits, as JSON would write them.
+QString OneLine(const QString& _qstrText)
+{
+    QString qstrLine;
+    qstrLine.reserve(_qstrText.size());
+    for (const QChar qch : _qstrText) {
+        const ushort usCode = qch.unicode();
+        if (usCode < 0x20 || usCode == 0x7F || usCode == 0x2028 || usCode == 0x2029)
+            qstrLine += QStringLiteral("\\u%1").arg(usCode, 4, 16, QLatin1Char('0'));
+        else
+            qstrLine += qch;
+    }
+    return qstrLine;
+}
+
 } // namespace
 
 int RefInstallation::Parse(const QByteArray& _qbaJson, STRCT_RefInstallation& _strctInstallation,
-                           QString& _qstrError)
+                           QString& _qstrError, const QString& _qstrSource)
 {
     _strctInstallation = STRCT_RefInstallation();
+    QString qstrError;
     QJsonParseError qjsonError;
     const QJsonDocument qjsonDocument = QJsonDocument::fromJson(_qbaJson, &qjsonError);
     if (qjsonError.error != QJsonParseError::NoError) {
-        _qstrError = QStringLiteral("invalid JSON at offset %1: %2")
-                         .arg(qjsonError.offset)
-                         .arg(qjsonError.errorString());
-        return -1;
+        int iLine = 1;
+        int iColumn = 1;
+        TextPosition(_qbaJson, qjsonError.offset, iLine, iColumn);
+        if (_qstrSource.isEmpty()) {
+            qstrError = QStringLiteral("invalid JSON at line %1, column %2: %3")
+                            .arg(iLine)
+                            .arg(iColumn)
+                            .arg(qjsonError.errorString());
+        } else {
+            qstrError = QStringLiteral("%1:%2:%3: invalid JSON: %4")
+                            .arg(_qstrSource)
+                            .arg(iLine)
+                            .arg(iColumn)
+                            .arg(qjsonError.errorString());
+        }
+    } else if (!qjsonDocument.isObject()) {
+        qstrError = QStringLiteral("the document must be a JSON object");
+    } else {
+        CLS_Reader clsReader(_strctInstallation);
+        if (clsReader.ReadDocument(qjsonDocument.object())) {
+            _qstrError.clear();
+            return 0;
+        }
+        qstrError = clsReader.m_qstrError;
     }
-    if (!qjsonDocument.isObject()) {
-        _qstrError = QStringLiteral("the document must be a JSON object");
-        return -1;
-    }
-    CLS_Reader clsReader(_strctInstallation);
-    if (!clsReader.ReadDocument(qjsonDocument.object())) {
-        _qstrError = clsReader.m_qstrError;
-        _strctInstallation = STRCT_RefInstallation();
-        return -1;
-    }
-    _qstrError.clear();
-    return 0;
+    // Nothing half-read stays behind.
+    _strctInstallation = STRCT_RefInstallation();
+    if (!_qstrSource.isEmpty() && qjsonError.error == QJsonParseError::NoError)
+        qstrError = _qstrSource + ": " + qstrError;
+    _qstrError = OneLine(qstrError);
+    return -1;
 }
 
 int RefInstallation::Generate(int _iChannels, int _iChannelsPerHost,

@@ -41,9 +41,13 @@ struct STRCT_RefInstallation
 
 namespace RefInstallation {
 
-// Reads the JSON text into _strctInstallation. -1 with a message "<path>: <problem>" in
-// _qstrError when the text is no JSON or breaks a rule of the format.
-int Parse(const QByteArray& _qbaJson, STRCT_RefInstallation& _strctInstallation, QString& _qstrError);
+// Reads the JSON text into _strctInstallation. -1 when the text is no JSON or breaks a rule of the
+// format: _strctInstallation is then empty, and _qstrError one line, "<path>: <problem>" (the key
+// at fault, the id for a duplicate or an unknown reference) or "invalid JSON at line L, column C:
+// <problem>". With a _qstrSource (the file name) the line begins with it: "<source>: <path>:
+// <problem>", "<source>:L:C: invalid JSON: <problem>".
+int Parse(const QByteArray& _qbaJson, STRCT_RefInstallation& _strctInstallation, QString& _qstrError,
+          const QString& _qstrSource = QString());
 
 // A synthetic installation of _iChannels channels in hosts of _iChannelsPerHost, always the same
 // for the same arguments. -1 for a negative channel count or fewer than one channel per host.

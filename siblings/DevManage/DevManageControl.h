@@ -130,10 +130,12 @@ int DevManageCtl_LastCall(const char* _pOperation, char* _pBuffer, int _iSize);
  * DevManageCtl_LastLoadError tells why. A null text is invalid. */
 int DevManageCtl_LoadInstallation(const char* _pJsonText);
 
-/* The same from a file; -1 (store reset and empty, error kept) when the file cannot be read. */
+/* The same from a file; -1 (store reset and empty, error kept) when the file cannot be read. The
+ * error line of a refused file begins with its path: "<file>: <path>: <problem>", or
+ * "<file>:<line>:<column>: invalid JSON: <problem>". */
 int DevManageCtl_LoadInstallationFile(const char* _pPath);
 
-/* The message of the last failed load as "<path>: <problem>", empty after a successful load or
+/* The message of the last failed load, one line, as "<path>: <problem>", empty after a successful load or
  * generation, kept by DevManageCtl_Reset. Copies at most _iSize - 1 bytes and a terminating zero
  * into _pBuffer (if not null) and returns the full length. */
 int DevManageCtl_LastLoadError(char* _pBuffer, int _iSize);

@@ -58,11 +58,12 @@ int CopyText(const std::string& _strText, char* _pBuffer, int _iSize)
     return static_cast<int>(_strText.size());
 }
 
-int LoadJson(const QByteArray& _qbaJson)
+// _qstrSource: the file the text comes from, named in the error line; empty for a text.
+int LoadJson(const QByteArray& _qbaJson, const QString& _qstrSource = QString())
 {
     STRCT_RefInstallation strctInstallation;
     QString qstrError;
-    if (0 != RefInstallation::Parse(_qbaJson, strctInstallation, qstrError)) {
+    if (0 != RefInstallation::Parse(_qbaJson, strctInstallation, qstrError, _qstrSource)) {
         CLS_RefDevStore::Instance().FailLoad(qstrError.toUtf8().toStdString());
         return -1;
     }
@@ -314,7 +315,7 @@ extern "C" int DevManageCtl_LoadInstallationFile(const char* _pPath)
         CLS_RefDevStore::Instance().FailLoad("cannot read \"" + Text(_pPath) + "\"");
         return -1;
     }
-    return LoadJson(qfile.readAll());
+    return LoadJson(qfile.readAll(), qstrPath);
 }
 
 extern "C" int DevManageCtl_LastLoadError(char* _pBuffer, int _iSize)

@@ -5,6 +5,7 @@
 
 #include "CLS_PresenterBasic.h"
 #include "CLS_ViewBasic.h"
+#include "Logger.h"
 
 #include <QMutex>
 #include <QMutexLocker>
@@ -31,6 +32,18 @@ inline void ThrowAs(n_Throw _nThrow, const char* _pWhat)
     }
 }
 
+// Whether this call is to throw, taking one of _iThrows: -1 means every call, 0 none, n the next n.
+inline bool TakeThrow(std::atomic<int>& _iThrows)
+{
+    int iLeft = _iThrows.load();
+    while (0 != iLeft) {
+        if (iLeft < 0 || _iThrows.compare_exchange_weak(iLeft, iLeft - 1)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 // One call of a TaskHandler: key, parameters, and the thread it ran on.
 struct STRCT_HandledTask
 {
@@ -47,7 +60,14 @@ public:
     using CLS_PresenterBasic::m_blInited;
     using CLS_PresenterBasic::m_strLoopTaskId;
 
-    const char* GetModuleCode() override { return nullptr == m_pModuleCode ? "default" : m_pModuleCode; }
+    const char* GetModuleCode() override
+    {
+        ++m_iModuleCalls;
+        if (TakeThrow(m_iModuleThrows)) {
+            ThrowAs(m_nModuleThrow, "presenter module broke");
+        }
+        return nullptr == m_pModuleCode ? "default" : m_pModuleCode;
+    }
 
     QList<STRCT_HandledTask> HandledTasks()
     {
@@ -56,6 +76,9 @@ public:
     }
 
     const char* m_pModuleCode = nullptr; // null: the base's "default"
+    n_Throw m_nModuleThrow = THROW_NONE;
+    std::atomic<int> m_iModuleThrows{-1}; // how many of the next GetModuleCode calls throw; -1 all
+    std::atomic<int> m_iModuleCalls{0};
     std::atomic<int> m_iInitPresenterCalls{0};
     std::atomic<int> m_iUnInitPresenterCalls{0};
     std::atomic<int> m_iLoopRuns{0};
@@ -126,13 +149,23 @@ public:
 
     const char* GetModuleCode() override
     {
-        ThrowAs(m_nModuleThrow, "module broke");
+        ++m_iModuleCalls;
+        if (TakeThrow(m_iModuleThrows)) {
+            ThrowAs(m_nModuleThrow, "module broke");
+        }
         return nullptr == m_pModuleCode ? CLS_ViewBasic::GetModuleCode() : m_pModuleCode;
     }
 
     CLS_PresenterBasic* GetPresenter() override
     {
-        ThrowAs(m_nPresenterThrow, "presenter broke");
+        if (m_blLogGetPresenter) {
+            // As a page that makes its presenter on demand logs it. Needs m_pModuleCode: the base's
+            // module code would ask GetPresenter again.
+            WGT_LOG(GetModuleCode(), 0) << "GetPresenter";
+        }
+        if (TakeThrow(m_iPresenterThrows)) {
+            ThrowAs(m_nPresenterThrow, "presenter broke");
+        }
         return m_pPresenter;
     }
 
@@ -140,10 +173,15 @@ public:
     CLS_PresenterBasic* m_pPresenter = nullptr;
     const char* m_pModuleCode = nullptr; // null: the base's answer
     n_Throw m_nModuleThrow = THROW_NONE;
+    std::atomic<int> m_iModuleThrows{-1}; // how many of the next GetModuleCode calls throw; -1 all
+    std::atomic<int> m_iModuleCalls{0};
     n_Throw m_nPresenterThrow = THROW_NONE;
+    std::atomic<int> m_iPresenterThrows{-1}; // how many of the next GetPresenter calls throw; -1 all
     n_Throw m_nInitViewThrow = THROW_NONE;
     int m_iInitViewThrows = 0; // how many calls of InitView throw m_nInitViewThrow, from the first
     n_Throw m_nInitDataThrow = THROW_NONE;
+    bool m_blLogInitData = false;     // InitData begins with a log statement of its own
+    bool m_blLogGetPresenter = false; // GetPresenter begins with a log statement of its own
     n_Throw m_nHandlerThrow = THROW_NONE;
     bool m_blHandlerOutcome = true;
     QVariantMap m_qmapHandlerResult;
@@ -162,6 +200,9 @@ protected:
 
     void InitData() override
     {
+        if (m_blLogInitData) {
+            WGT_LOG(GetModuleCode(), 0) << "InitData"; // a page's own entry line, before any work
+        }
         m_hInitDataThread = QThread::currentThreadId();
         ++m_iInitDataCalls;
         ThrowAs(m_nInitDataThrow, "data broke");

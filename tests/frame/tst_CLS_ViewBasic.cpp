@@ -300,25 +300,36 @@ void tst_CLS_ViewBasic::shouldKeepFirstShowWhenShowEventThrows()
 void tst_CLS_ViewBasic::shouldLogLoadStyleThrowAndSkipRest_data()
 {
     QTest::addColumn<n_Throw>("kind");
-    QTest::addColumn<QString>("line");
-    QTest::newRow("std::exception") << THROW_STD << "3|default|LoadStyle|LoadStyle Failmodule broke";
-    QTest::newRow("other") << THROW_OTHER << "3|default|LoadStyle|LoadStyle Fail";
+    QTest::addColumn<int>("throws"); // how many calls of GetModuleCode throw; -1 all
+    QTest::addColumn<QStringList>("lines");
+    // The record asks for the module once more: the view's class name, as it has no presenter.
+    QTest::newRow("std::exception once")
+        << THROW_STD << 1 << QStringList{"3|CLS_ProbeView|LoadStyle|LoadStyle Failmodule broke"};
+    QTest::newRow("other once") << THROW_OTHER << 1
+                                << QStringList{"3|CLS_ProbeView|LoadStyle|LoadStyle Fail"};
+    // A module code that always throws leaves the record without a module: it is dropped.
+    QTest::newRow("std::exception always") << THROW_STD << -1 << QStringList();
+    QTest::newRow("other always") << THROW_OTHER << -1 << QStringList();
 }
 
 void tst_CLS_ViewBasic::shouldLogLoadStyleThrowAndSkipRest()
 {
     QFETCH(n_Throw, kind);
-    QFETCH(QString, line);
+    QFETCH(int, throws);
+    QFETCH(QStringList, lines);
     CLS_ProbeView clsView;
     clsView.setStyleSheet("QWidget { color: green; }");
     clsView.m_nModuleThrow = kind;
+    clsView.m_iModuleThrows = throws;
 
     clsView.LoadStyle();
 
-    QCOMPARE(CLS_FrameKit::TakeLogLines(), QStringList{line});
+    QCOMPARE(CLS_FrameKit::TakeLogLines(), lines);
+    QCOMPARE(clsView.m_iModuleCalls.load(), 2); // the style's module, then the record's
     // The name came before the throw; the sheet and the flag after it.
     QCOMPARE(clsView.objectName(), QString("CLS_ProbeView"));
     QCOMPARE(clsView.styleSheet(), QString("QWidget { color: green; }"));
+    QCOMPARE(clsView.m_qstrStyleSheet, QString());
     QCOMPARE(clsView.m_blStyleDirty.load(), true);
 }
 
@@ -361,20 +372,32 @@ void tst_CLS_ViewBasic::shouldTakeModuleCode()
 void tst_CLS_ViewBasic::shouldAnswerDefaultModuleWhenPresenterThrows_data()
 {
     QTest::addColumn<n_Throw>("kind");
-    QTest::addColumn<QString>("line");
-    QTest::newRow("std::exception") << THROW_STD << "3|default|GetModuleCode|presenter broke";
-    QTest::newRow("other") << THROW_OTHER << "3|default|GetModuleCode|...";
+    QTest::addColumn<int>("throws"); // how many calls of GetPresenter throw; -1 all
+    QTest::addColumn<QStringList>("lines");
+    // The record's module is asked for again: no presenter then, so the class name.
+    QTest::newRow("std::exception once")
+        << THROW_STD << 1 << QStringList{"3|CLS_ProbeView|GetModuleCode|presenter broke"};
+    QTest::newRow("other once") << THROW_OTHER << 1 << QStringList{"3|CLS_ProbeView|GetModuleCode|..."};
+    // Asked again from its own record, the module throws again: no record, and no recursion.
+    QTest::newRow("std::exception always") << THROW_STD << -1 << QStringList();
+    QTest::newRow("other always") << THROW_OTHER << -1 << QStringList();
 }
 
 void tst_CLS_ViewBasic::shouldAnswerDefaultModuleWhenPresenterThrows()
 {
     QFETCH(n_Throw, kind);
-    QFETCH(QString, line);
+    QFETCH(int, throws);
+    QFETCH(QStringList, lines);
     CLS_ProbeView clsView;
     clsView.m_nPresenterThrow = kind;
+    clsView.m_iPresenterThrows = throws;
 
     QCOMPARE(QString(clsView.GetModuleCode()), QString("default"));
-    QCOMPARE(CLS_FrameKit::TakeLogLines(), QStringList{line});
+    QCOMPARE(CLS_FrameKit::TakeLogLines(), lines);
+    QCOMPARE(clsView.m_iModuleCalls.load(), 2); // the call itself, then the one of its record
+
+    // Nothing of the failure stays behind: the next answer is the plain one.
+    QCOMPARE(QString(clsView.GetModuleCode()), throws < 0 ? QString("default") : QString("CLS_ProbeView"));
 }
 
 void tst_CLS_ViewBasic::shouldStripNamespacesFromClassCode_data()

@@ -7,6 +7,7 @@
 #include "STRCT_DevRecords.h"
 
 #include <QFile>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <cstring>
@@ -102,6 +103,8 @@ private slots:
 
     void shouldLoadFile();
     void shouldRefuseUnreadableFile();
+    void shouldNameFileAndFaultInOneLineForEachRefusedFile_data();
+    void shouldNameFileAndFaultInOneLineForEachRefusedFile();
 };
 
 void tst_RefInstallationLoad::initTestCase()
@@ -396,9 +399,9 @@ void tst_RefInstallationLoad::shouldRefuseInvalidDocument_data()
     QTest::addColumn<QString>("qstrError");
 
     QTest::newRow("not JSON") << "{\"hosts\": ["
-                              << "invalid JSON at offset ";
+                              << "invalid JSON at line 1, column ";
     QTest::newRow("empty text") << ""
-                                << "invalid JSON at offset ";
+                                << "invalid JSON at line 1, column 1: ";
     QTest::newRow("array at top") << "[]"
                                   << "the document must be a JSON object";
     QTest::newRow("unknown top key") << R"({"hostz": []})"
@@ -450,7 +453,7 @@ void tst_RefInstallationLoad::shouldRefuseInvalidDocument_data()
         << "favorites.nodes[0].parent: unknown parent \"custom_root_id\"";
     QTest::newRow("parents in a loop")
         << R"({"customTree": {"nodes": [{"id": "a", "parent": "b"}, {"id": "b", "parent": "a"}]}})"
-        << "customTree.nodes[0].parent: parents form a loop";
+        << "customTree.nodes[0].parent: parents form a loop through \"a\"";
     QTest::newRow("duplicate node id across trees")
         << R"({"customTree": {"nodes": [{"id": "a"}]}, "passengerFlow": {"nodes": [{"id": "a"}]}})"
         << "passengerFlow.nodes[0].id: duplicate node id \"a\"";
@@ -557,6 +560,88 @@ void tst_RefInstallationLoad::shouldRefuseUnreadableFile()
     QCOMPARE(DevManageCtl_LoadInstallationFile(nullptr), -1);
     QCOMPARE(DevManageCtl_LoadInstallationFile(WGT_INSTALLATIONS_DIR), -1); // a folder
     QCOMPARE(DevManageCtl_ItemCount(), 0);
+}
+
+void tst_RefInstallationLoad::shouldNameFileAndFaultInOneLineForEachRefusedFile_data()
+{
+    // The file's text, and its one error line with %1 for the file's path.
+    QTest::addColumn<QByteArray>("qbaText");
+    QTest::addColumn<QString>("qstrLine");
+
+    // Bad JSON: line and column (in characters, two of them of two bytes on the second row) where
+    // the parser stopped.
+    QTest::newRow("bad JSON, line and column")
+        << QByteArray("{\n  \"hosts\": [\n    {\"id\": \"h1\" \"name\": 1}\n  ]\n}\n")
+        << "%1:3:18: invalid JSON: unterminated object";
+    QTest::newRow("bad JSON, column counts characters") << QByteArray("{\"rootName\": \"\xc3\x9c"
+                                                                      "ber\xc3\xa4"
+                                                                      "ll\", ]")
+                                                        << "%1:1:26: invalid JSON: unterminated object";
+    QTest::newRow("bad JSON, cut short")
+        << QByteArray("{\n\"hosts\": [\n") << "%1:3:1: invalid JSON: unterminated array";
+    QTest::newRow("empty file") << QByteArray() << "%1:1:1: invalid JSON: illegal value";
+    QTest::newRow("not an object") << QByteArray("[1, 2]") << "%1: the document must be a JSON object";
+    QTest::newRow("unsupported version")
+        << QByteArray(R"({"version": 3})") << "%1: version: unsupported version 3";
+    QTest::newRow("unknown key") << QByteArray(R"({"hosts": [{"id": "h1", "adress": "x"}]})")
+                                 << "%1: hosts[0].adress: unknown key";
+    QTest::newRow("unknown key with a line break")
+        << QByteArray(R"({"hosts": [{"id": "h1", "a\nb": 1}]})") << "%1: hosts[0].a\\u000ab: unknown key";
+    QTest::newRow("missing field") << QByteArray(R"({"groups": [{"id": "g", "hosts": [{"name": "x"}]}]})")
+                                   << "%1: groups[0].hosts[0].id: missing";
+    QTest::newRow("empty id") << QByteArray(R"({"decoders": [{"id": ""}]})")
+                              << "%1: decoders[0].id: must not be empty";
+    QTest::newRow("wrong type") << QByteArray(R"({"hosts": [{"id": "h1", "port": "8000"}]})")
+                                << "%1: hosts[0].port: expected an integer";
+    QTest::newRow("value out of range") << QByteArray(R"({"hosts": [{"id": "h1", "status": 7}]})")
+                                        << "%1: hosts[0].status: expected 0, 1 or 2";
+    QTest::newRow("reserved id") << QByteArray(R"({"hosts": [{"id": "resource_root_id"}]})")
+                                 << "%1: hosts[0].id: \"resource_root_id\" is reserved for the root";
+    QTest::newRow("duplicate id")
+        << QByteArray(R"({"groups": [{"id": "g", "hosts": [{"id": "h1"}, {"id": "h1"}]}]})")
+        << "%1: groups[0].hosts[1].id: duplicate id \"h1\"";
+    QTest::newRow("duplicate tree id")
+        << QByteArray(R"({"hosts": [{"id": "a", "treeId": "t"}, {"id": "b", "treeId": "t"}]})")
+        << "%1: hosts[1].treeId: duplicate tree id \"t\"";
+    QTest::newRow("duplicate node id")
+        << QByteArray(R"({"customTree": {"nodes": [{"id": "n"}]}, "favorites": {"nodes": [{"id": "n"}]}})")
+        << "%1: favorites.nodes[0].id: duplicate node id \"n\"";
+    QTest::newRow("dangling parent")
+        << QByteArray(R"({"customTree": {"nodes": [{"id": "a"}, {"id": "b", "parent": "nowhere"}]}})")
+        << "%1: customTree.nodes[1].parent: unknown parent \"nowhere\"";
+    QTest::newRow("parents in a loop")
+        << QByteArray(R"({"favorites": {"nodes": [{"id": "a", "parent": "b"}, {"id": "b", "parent": "a"}]}})")
+        << "%1: favorites.nodes[0].parent: parents form a loop through \"a\"";
+    QTest::newRow("unknown resource")
+        << QByteArray(
+               R"({"hosts": [{"id": "h1"}], "passengerFlow": {"nodes": [{"id": "p", "resource": "h9"}]}})")
+        << "%1: passengerFlow.nodes[0].resource: unknown resource \"h9\"";
+}
+
+void tst_RefInstallationLoad::shouldNameFileAndFaultInOneLineForEachRefusedFile()
+{
+    QFETCH(QByteArray, qbaText);
+    QFETCH(QString, qstrLine);
+    QTemporaryDir qtmpDir;
+    QVERIFY(qtmpDir.isValid());
+    const QString qstrPath = qtmpDir.filePath("site.json");
+    {
+        QFile qfile(qstrPath);
+        QVERIFY(qfile.open(QIODevice::WriteOnly));
+        QCOMPARE(qfile.write(qbaText), qint64(qbaText.size()));
+    }
+    // Given a loaded installation
+    QCOMPARE(LoadFile("small.json"), 13);
+
+    // When a refused file comes in
+    QCOMPARE(DevManageCtl_LoadInstallationFile(qstrPath.toUtf8().constData()), -1);
+
+    // Then one line names the file and the fault, and nothing of either installation is left
+    QCOMPARE(LastLoadError(), qstrLine.arg(qstrPath));
+    QVERIFY(!LastLoadError().contains('\n'));
+    QCOMPARE(DevManageCtl_ItemCount(), 0);
+    QVERIFY(AllNodes().isEmpty());
+    QCOMPARE(ImageAnswer("h1_ch1"), 0);
 }
 
 QTEST_GUILESS_MAIN(tst_RefInstallationLoad)

@@ -1,9 +1,11 @@
 // Replays every corpus file and every crash input of the fuzz targets through the decoders the
 // targets use, and checks what can be checked cheaply: no crash, the rows a base tree builds are
 // exactly those its records reach, device-tree rows name nodes of the model, channel batches are
-// applied only in the right payload type, and sheets are read back as the loader promises.
+// applied only in the right payload type, sheets are read back as the loader promises, and
+// installation files are read whole or refused whole with one error line.
 
 #include "FuzzDecoders.h"
+#include "FuzzInstallation.h"
 #include "Param.h"
 
 #include <QDir>
@@ -16,7 +18,7 @@ namespace {
 const QStringList& TargetNames()
 {
     static const QStringList s_qlstTargets{"fuzz_basetree_init", "fuzz_devicetree_init", "fuzz_status_batch",
-                                           "fuzz_stylesheet"};
+                                           "fuzz_stylesheet", "fuzz_installation"};
     return s_qlstTargets;
 }
 
@@ -70,6 +72,8 @@ private slots:
     void shouldApplyOnlyStatusMapsOfTheRightType();
     void shouldReadSheetsBackAsWritten_data();
     void shouldReadSheetsBackAsWritten();
+    void shouldReadOrRefuseEveryInstallationWhole_data();
+    void shouldReadOrRefuseEveryInstallationWhole();
 };
 
 void tst_FuzzReplay::initTestCase()
@@ -164,6 +168,28 @@ void tst_FuzzReplay::shouldReadSheetsBackAsWritten()
     const WgtFuzz::STRCT_SheetRun run = WgtFuzz::RunSheet(Bytes(qbaInput), size_t(qbaInput.size()));
     QCOMPARE(run.m_qstrResult, run.m_qstrExpected);
     QCOMPARE(run.m_qstrWidgetSheet, run.m_qstrResult);
+}
+
+void tst_FuzzReplay::shouldReadOrRefuseEveryInstallationWhole_data()
+{
+    AddInputRows("fuzz_installation");
+}
+
+void tst_FuzzReplay::shouldReadOrRefuseEveryInstallationWhole()
+{
+    QFETCH(QByteArray, qbaInput);
+    const QString qstrProblem = FuzzInstallation::Check(qbaInput);
+    QVERIFY2(qstrProblem.isEmpty(), qPrintable(qstrProblem));
+
+    // The seeds say by their names what they are: "seed_valid_..." files are read, "seed_refused_..."
+    // files refused.
+    const QString qstrRow = QString::fromLatin1(QTest::currentDataTag());
+    if (qstrRow.startsWith("seed_valid_") || qstrRow.startsWith("seed_refused_")) {
+        STRCT_RefInstallation strctInstallation;
+        QString qstrError;
+        const int iResult = RefInstallation::Parse(qbaInput, strctInstallation, qstrError);
+        QCOMPARE(iResult, qstrRow.startsWith("seed_valid_") ? 0 : -1);
+    }
 }
 
 QTEST_MAIN(tst_FuzzReplay)
