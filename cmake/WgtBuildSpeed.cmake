@@ -132,5 +132,14 @@ endfunction()
 function(wgt_precompile_program target)
     if(WGT_PRECOMPILE_HEADERS AND TARGET wgt_test_support)
         target_precompile_headers(${target} REUSE_FROM wgt_test_support)
+        wgt_skip_precompile_mocs(${target})
     endif()
+endfunction()
+
+# A program's meta-object code is included by its own source (<name>.moc), so the collection file of
+# AUTOMOC stays empty: loading the precompiled set into it would cost more than the file itself.
+# Call from the folder that defines the target.
+function(wgt_skip_precompile_mocs target)
+    set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/mocs_compilation.cpp
+        PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
 endfunction()
