@@ -29,9 +29,11 @@ struct STRCT_FaultHost : public STRCT_VideoItem
     int GetType() override { return 3; }
 };
 
+// A channel record opens its own fields with the channel number, as the tree expects.
 struct STRCT_FaultChannel : public STRCT_VideoItem
 {
     int GetType() override { return 4; }
+    int m_iChannelNo = 0;
 };
 
 struct STRCT_FaultPlan
@@ -279,6 +281,7 @@ extern "C" void FaultCtl_Load(int _iHosts, int _iChannels)
             spChannel->m_strName = spChannel->m_strId;
             spChannel->m_strParentId = spHost->m_strId;
             spChannel->m_iStatus = iChannel % 2;
+            spChannel->m_iChannelNo = iChannel;
             s_vecItems.push_back(spChannel);
             const QString qstrId = QString::fromStdString(spChannel->m_strId);
             s_qmapNodes.insert("n_" + qstrId, MakeNode("n_" + qstrId, qstrId, "g1", 4));
