@@ -1,5 +1,6 @@
 #include "Logger.h"
 
+#include "SiblingFence.h"
 #include "Util.h"
 
 #include <map>
@@ -37,14 +38,14 @@ LogMessageStream::LogMessageStream(const char* _pFile, const char* _pModule, con
 LogMessageStream::~LogMessageStream()
 {
     // Runs inside catch blocks too: nothing may leave a destructor, so whatever happens stays here.
-    try {
+    // The log writer's own throw is not logged: that record would go the same way.
+    SiblingFence::RunUnlogged([this]() {
         const std::string strText = str();
         auto pFunPrintLog = reinterpret_cast<PFun_PrintLog>(GetModuleFun("PrintLog", ""));
         if (nullptr != pFunPrintLog) {
             pFunPrintLog(m_iLevel, m_pModule, m_pFile, m_iLine, m_pFunction, strText);
         }
-    } catch (...) {
-    }
+    });
 }
 
 } // namespace Logger

@@ -1,5 +1,6 @@
 #include "Param.h"
 
+#include "SiblingFence.h"
 #include "Util.h"
 
 #include <map>
@@ -36,7 +37,8 @@ std::string GetParam(const std::string& _strSection, const std::string& _strKey,
     if (nullptr == pFunGetParam) {
         return _strDefault;
     }
-    return pFunGetParam(_strSection, _strKey, _strDefault);
+    // A settings library that throws gives the default, as a missing one does.
+    return WGT_SIBLING_CALL("GetParam", _strDefault, pFunGetParam(_strSection, _strKey, _strDefault));
 }
 
 } // namespace Param

@@ -7,6 +7,7 @@
 #include "DevStructDefine.h"
 #include "Logger.h"
 #include "LxAppManager.h"
+#include "SiblingFence.h"
 
 #include <QMap>
 #include <QPair>
@@ -43,6 +44,10 @@ const int CONST_STATE_PAUSED = 2;
 const int CONST_STATE_STOPPED = 3;
 
 const int CONST_APP_STATE_QUITTING = 2;
+const int CONST_APP_STATE_NO_ANSWER = -1; // a GetAppState that threw: not quitting, the wait goes on
+
+// What a device-layer operation that threw counts as: a failed call.
+const STRCT_DevResult CONST_stFailedResult{-1, QString(), QMap<QString, QString>()};
 
 const int CONST_WAIT_TICKS = 100;  // ticks of one wait
 const int CONST_TICK_MSECS = 100;  // length of a tick
@@ -226,14 +231,17 @@ void CLS_DeviceTreeBGThread::SlotChannelStatusChanged()
 
 int CLS_DeviceTreeBGThread::IsImageChannel(const QString& _qstrId)
 {
-    CLS_IResourceTree* pResourceTree = DevManage::GetResourceTree();
+    // Every call into the device layer goes through the fence: one that throws counts as failed.
+    CLS_IResourceTree* pResourceTree =
+        WGT_SIBLING_CALL("GetResourceTree", nullptr, DevManage::GetResourceTree());
     if (nullptr == pResourceTree) {
         WGT_LOG(CONST_MODULE, 3) << "nullptr == pResourceTree ";
         return -1;
     }
 
     std::weak_ptr<STRCT_VideoItem> wpItem;
-    if (pResourceTree->GetItem(wpItem, _qstrId).m_iCode < 0) {
+    if (WGT_SIBLING_CALL("GetItem", CONST_stFailedResult, pResourceTree->GetItem(wpItem, _qstrId)).m_iCode <
+        0) {
         return -1;
     }
     std::string strParentId;
@@ -253,7 +261,10 @@ int CLS_DeviceTreeBGThread::IsImageChannel(const QString& _qstrId)
     // The device answers for all its channels, by way of the first channel below the parent.
     // Kept: the parent id is converted as ASCII.
     QVector<std::weak_ptr<STRCT_VideoItem>> qvecChildren;
-    if (pResourceTree->ListChildren(qvecChildren, QString::fromLatin1(strParentId.c_str())).m_iCode < 0 ||
+    const QString qstrParentId = QString::fromLatin1(strParentId.c_str());
+    if (WGT_SIBLING_CALL("ListChildren", CONST_stFailedResult,
+                         pResourceTree->ListChildren(qvecChildren, qstrParentId))
+                .m_iCode < 0 ||
         qvecChildren.isEmpty()) {
         return 0;
     }
@@ -266,14 +277,17 @@ int CLS_DeviceTreeBGThread::IsImageChannel(const QString& _qstrId)
             }
             strChannelId = spChild->m_strId;
         }
-        CLS_IDevFactory* pDevFactory = DevManage::GetDevFactory();
+        CLS_IDevFactory* pDevFactory = WGT_SIBLING_CALL("GetDevFactory", nullptr, DevManage::GetDevFactory());
         if (nullptr == pDevFactory) {
             return 0;
         }
         QMap<QString, QString> qmapValues;
         QString qstrValue;
-        return pDevFactory->QueryDeviceParam(QString::fromUtf8(strChannelId.c_str()), 0, PARAM_IMAGE_CHANNEL,
-                                             qmapValues, qstrValue);
+        const QString qstrChannelId = QString::fromUtf8(strChannelId.c_str());
+        // A query that threw is a failed one: no image channel.
+        return WGT_SIBLING_CALL(
+            "QueryDeviceParam", -1,
+            pDevFactory->QueryDeviceParam(qstrChannelId, 0, PARAM_IMAGE_CHANNEL, qmapValues, qstrValue));
     }
     return 0;
 }
@@ -300,14 +314,19 @@ void CLS_DeviceTreeBGThread::run()
         strIdBuffer.clear();
         vecChannels.clear();
 
-        // 3.-5. First pass: every channel as the resource tree lists it.
-        CLS_IResourceTree* pResourceTree = DevManage::GetResourceTree();
+        // 3.-5. First pass: every channel as the resource tree lists it. Each call into a sibling goes
+        // through the fence, and one that throws takes the path of its failure: here a second's sleep.
+        CLS_IResourceTree* pResourceTree =
+            WGT_SIBLING_CALL("GetResourceTree", nullptr, DevManage::GetResourceTree());
         if (nullptr == pResourceTree) {
             QThread::sleep(CONST_RETRY_SECONDS);
             continue;
         }
         QVector<std::weak_ptr<STRCT_VideoItem>> qvecItems;
-        if (pResourceTree->ListItemsOfType(qvecItems, CONST_TYPE_CHANNEL, QVector<QString>()).m_iCode < 0) {
+        if (WGT_SIBLING_CALL(
+                "ListItemsOfType", CONST_stFailedResult,
+                pResourceTree->ListItemsOfType(qvecItems, CONST_TYPE_CHANNEL, QVector<QString>()))
+                .m_iCode < 0) {
             QThread::sleep(CONST_RETRY_SECONDS);
             continue;
         }
@@ -360,7 +379,7 @@ void CLS_DeviceTreeBGThread::run()
 
         // 7. Without a factory the pass ends here and starts again at once: the cache has taken
         // this pass's changes in, so they are not reported until they change again. Kept.
-        CLS_IDevFactory* pDevFactory = DevManage::GetDevFactory();
+        CLS_IDevFactory* pDevFactory = WGT_SIBLING_CALL("GetDevFactory", nullptr, DevManage::GetDevFactory());
         if (nullptr == pDevFactory) {
             WGT_LOG(CONST_MODULE, 3) << "nullptr == pDevFactory ";
             continue;
@@ -368,22 +387,28 @@ void CLS_DeviceTreeBGThread::run()
 
         // 8. Same without the list of ids.
         QVector<QString> qvecIds;
-        if (pResourceTree->ListIdsOfType(CONST_TYPE_CHANNEL, qvecIds).m_iCode < 0) {
+        if (WGT_SIBLING_CALL("ListIdsOfType", CONST_stFailedResult,
+                             pResourceTree->ListIdsOfType(CONST_TYPE_CHANNEL, qvecIds))
+                .m_iCode < 0) {
             continue;
         }
 
         // 9. Second pass: each admitted id read afresh. An id can overwrite its entry of step 6
         // with a later value; the last write counts.
         for (const QString& qstrId : qvecIds) {
-            if (!pDevFactory->IsIdAdmitted(qstrId)) {
+            // Each of these that throws skips the id, as its failure does.
+            if (!WGT_SIBLING_CALL("IsIdAdmitted", false, pDevFactory->IsIdAdmitted(qstrId))) {
                 continue;
             }
-            CLS_IResourceTree* pTree = DevManage::GetResourceTree();
+            CLS_IResourceTree* pTree =
+                WGT_SIBLING_CALL("GetResourceTree", nullptr, DevManage::GetResourceTree());
             if (nullptr == pTree) {
                 continue;
             }
             std::weak_ptr<STRCT_VideoItem> wpItem;
-            if (pTree->GetItemOfChannel(wpItem, qstrId, -1, 0).m_iCode < 0) {
+            if (WGT_SIBLING_CALL("GetItemOfChannel", CONST_stFailedResult,
+                                 pTree->GetItemOfChannel(wpItem, qstrId, -1, 0))
+                    .m_iCode < 0) {
                 continue;
             }
             std::shared_ptr<STRCT_VideoItem> spItem = wpItem.lock();
@@ -415,14 +440,17 @@ void CLS_DeviceTreeBGThread::run()
         for (int iTick = 0; iTick < CONST_WAIT_TICKS; ++iTick) {
             auto pFunGetApp =
                 reinterpret_cast<LxAppManager::PFun_GetApp>(LxAppManager::GetModuleFun("GetApp", ""));
-            CLS_IApp* pApp = nullptr == pFunGetApp ? nullptr : pFunGetApp();
+            CLS_IApp* pApp =
+                nullptr == pFunGetApp ? nullptr : WGT_SIBLING_CALL("GetApp", nullptr, pFunGetApp());
             if (nullptr == pApp) {
                 WGT_LOG(CONST_MODULE, 3) << "nullptr == pApp ";
                 return; // the state stays 1
             }
             {
                 CLS_ReadGuard lock(m_rwlockState);
-                if (CONST_STATE_STOPPED == m_iState || CONST_APP_STATE_QUITTING == pApp->GetAppState()) {
+                if (CONST_STATE_STOPPED == m_iState ||
+                    CONST_APP_STATE_QUITTING ==
+                        WGT_SIBLING_CALL("GetAppState", CONST_APP_STATE_NO_ANSWER, pApp->GetAppState())) {
                     return;
                 }
             }

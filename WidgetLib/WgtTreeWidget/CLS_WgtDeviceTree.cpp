@@ -15,6 +15,7 @@
 #include "Logger.h"
 #include "LxAppManager.h"
 #include "Param.h"
+#include "SiblingFence.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -29,6 +30,9 @@
 namespace {
 
 const char* const CONST_pModule = "WgtTreeWidget";
+
+// What a device-layer operation that threw counts as: a failed call.
+const STRCT_DevResult CONST_stFailedResult{-1, QString(), QMap<QString, QString>()};
 
 const QString CONST_qstrResourceRootId = QStringLiteral("resource_root_id");
 const QString CONST_qstrCustomRootId = QStringLiteral("custom_root_id");
@@ -144,7 +148,8 @@ void CLS_WgtDeviceTree::ConnectSignals()
         connect(m_pTreePanel, &CLS_WgtTreeWidget::SignDroped, this, &CLS_WgtDeviceTree::SlotDroped);
         // SignChecked is left unconnected on purpose: SlotChecked is for pages to wire.
     }
-    if (I_CustomTreeManage* pCustomTree = DevManage::GetCustomTree()) {
+    if (I_CustomTreeManage* pCustomTree =
+            WGT_SIBLING_CALL("GetCustomTree", nullptr, DevManage::GetCustomTree())) {
         connect(pCustomTree, &I_CustomTreeManage::SignMoveUpOneRow, this, &CLS_WgtDeviceTree::MoveUpOneRow);
         connect(pCustomTree, &I_CustomTreeManage::SignMoveDownOneRow, this,
                 &CLS_WgtDeviceTree::MoveDownOneRow);
@@ -256,45 +261,56 @@ int CLS_WgtDeviceTree::Init(const QString& _qstrRootName,
                             const QMap<int, QVector<CLS_ItemButton>>& _qmapItemBtns,
                             const QSet<int>& _qsetNodeTypes, const QSet<int>& _qsetDevBindTypes)
 {
+    // Every call into a sibling goes through the fence. One that throws counts as a missing object;
+    // a fetch that throws fails the Init before anything is cleared (its code alone is ignored).
     auto pFunGetAppData =
         reinterpret_cast<LxAppManager::PFun_GetAppData>(LxAppManager::GetModuleFun("GetAppData"));
-    CLS_IAppData* pCommonData = pFunGetAppData != nullptr ? pFunGetAppData() : nullptr;
-    if (pCommonData == nullptr || pCommonData->GetDataManager() == nullptr) {
+    CLS_IAppData* pCommonData =
+        pFunGetAppData != nullptr ? WGT_SIBLING_CALL("GetAppData", nullptr, pFunGetAppData()) : nullptr;
+    if (pCommonData == nullptr ||
+        WGT_SIBLING_CALL("GetDataManager", nullptr, pCommonData->GetDataManager()) == nullptr) {
         WGT_LOG(CONST_pModule, 3) << "nullptr == pCommonData ";
         return -1;
     }
-    if (pCommonData->GetDataManager() == nullptr) { // asked again; only its presence counts
+    // Asked again; only its presence counts.
+    if (WGT_SIBLING_CALL("GetDataManager", nullptr, pCommonData->GetDataManager()) == nullptr) {
         WGT_LOG(CONST_pModule, 3) << "nullptr == pDataManager ";
         return -1;
     }
 
     if (m_iTreeType == DEV_TREE_FAVORITE) {
-        I_CustomTreeManage* pCustomTree = DevManage::GetCustomTree();
+        I_CustomTreeManage* pCustomTree =
+            WGT_SIBLING_CALL("GetCustomTree", nullptr, DevManage::GetCustomTree());
         if (pCustomTree == nullptr) {
             WGT_LOG(CONST_pModule, 3) << "nullptr == pCustomTree ";
             return -1;
         }
         QMap<QString, CLS_CustomTreeNode> qmapNodes;
-        pCustomTree->GetNodesOfRoot(CONST_qstrFavoriteRootId, qmapNodes, 0);
+        if (!WGT_SIBLING_RUN("GetNodesOfRoot",
+                             pCustomTree->GetNodesOfRoot(CONST_qstrFavoriteRootId, qmapNodes, 0)))
+            return -1;
         return Init(qmapNodes, _qstrRootName, _qmapItemBtns, _qsetNodeTypes, _qsetDevBindTypes);
     }
     if (m_iTreeType == DEV_TREE_RESOURCE) {
-        CLS_IResourceTree* pResourceTree = DevManage::GetResourceTree();
+        CLS_IResourceTree* pResourceTree =
+            WGT_SIBLING_CALL("GetResourceTree", nullptr, DevManage::GetResourceTree());
         if (pResourceTree == nullptr) {
             WGT_LOG(CONST_pModule, 3) << "nullptr == pResourceTree ";
             return -1;
         }
         QMap<QString, std::weak_ptr<STRCT_VideoItem>> qmapData;
-        pResourceTree->GetAllItems(qmapData);
+        if (!WGT_SIBLING_RUN("GetAllItems", pResourceTree->GetAllItems(qmapData)))
+            return -1;
         return Init(qmapData, _qstrRootName, _qmapItemBtns, _qsetNodeTypes, _qsetDevBindTypes);
     }
-    I_CustomTreeManage* pCustomTree = DevManage::GetCustomTree();
+    I_CustomTreeManage* pCustomTree = WGT_SIBLING_CALL("GetCustomTree", nullptr, DevManage::GetCustomTree());
     if (pCustomTree == nullptr) {
         WGT_LOG(CONST_pModule, 3) << "nullptr == pCustomTree ";
         return -1;
     }
     QMap<QString, CLS_CustomTreeNode> qmapNodes;
-    pCustomTree->GetAllNodes(qmapNodes, 0);
+    if (!WGT_SIBLING_RUN("GetAllNodes", pCustomTree->GetAllNodes(qmapNodes, 0)))
+        return -1;
     return Init(qmapNodes, _qstrRootName, _qmapItemBtns, _qsetNodeTypes, _qsetDevBindTypes);
 }
 
@@ -579,36 +595,44 @@ int CLS_WgtDeviceTree::BuildTreeNodes(const QMap<QString, STRCT_VideoItem*>& _qm
 
 int CLS_WgtDeviceTree::GetVideoData(QMap<QString, std::weak_ptr<STRCT_VideoItem>>& _qmapData)
 {
+    // Sibling calls through the fence: a fetch that throws gives -1, a lookup that throws leaves its
+    // resource out as one that isn't found.
     if (m_iTreeType == DEV_TREE_RESOURCE) {
-        CLS_IResourceTree* pResourceTree = DevManage::GetResourceTree();
+        CLS_IResourceTree* pResourceTree =
+            WGT_SIBLING_CALL("GetResourceTree", nullptr, DevManage::GetResourceTree());
         if (pResourceTree == nullptr) {
             WGT_LOG(CONST_pModule, 3) << "nullptr == pResourceTree ";
             return -1;
         }
-        pResourceTree->GetAllItems(_qmapData);
+        if (!WGT_SIBLING_RUN("GetAllItems", pResourceTree->GetAllItems(_qmapData)))
+            return -1;
         return 0;
     }
 
-    I_CustomTreeManage* pCustomTree = DevManage::GetCustomTree();
+    I_CustomTreeManage* pCustomTree = WGT_SIBLING_CALL("GetCustomTree", nullptr, DevManage::GetCustomTree());
     if (pCustomTree == nullptr) {
         WGT_LOG(CONST_pModule, 3) << "nullptr == pCustomTree ";
         return -1;
     }
     QMap<QString, CLS_CustomTreeNode> qmapNodes;
-    pCustomTree->GetAllNodes(qmapNodes, 0);
+    if (!WGT_SIBLING_RUN("GetAllNodes", pCustomTree->GetAllNodes(qmapNodes, 0)))
+        return -1;
 
     // Keyed by tree id, found by device id: one channel may stand under several tree ids.
     for (auto it = qmapNodes.cbegin(); it != qmapNodes.cend(); ++it) {
         const CLS_CustomTreeNode& node = it.value();
         if (node.m_iType == CONST_iTypeGroup)
             continue;
-        CLS_IResourceTree* pResourceTree = DevManage::GetResourceTree();
+        CLS_IResourceTree* pResourceTree =
+            WGT_SIBLING_CALL("GetResourceTree", nullptr, DevManage::GetResourceTree());
         if (pResourceTree == nullptr) {
             WGT_LOG(CONST_pModule, 3) << "nullptr == pResourceTree ";
             return -1;
         }
         std::weak_ptr<STRCT_VideoItem> wpItem;
-        if (pResourceTree->GetItem(wpItem, node.m_qstrDevId).m_iCode >= 0)
+        if (WGT_SIBLING_CALL("GetItem", CONST_stFailedResult,
+                             pResourceTree->GetItem(wpItem, node.m_qstrDevId))
+                .m_iCode >= 0)
             _qmapData.insert(node.m_qstrTreeId, wpItem);
     }
     return 0;

@@ -2,6 +2,7 @@
 
 #include "CLS_RowIconCache.h"
 #include "ColorManage.h"
+#include "SiblingFence.h"
 
 #include <QAction>
 #include <QColor>
@@ -21,7 +22,9 @@ CLS_WgtItemToolBar::CLS_WgtItemToolBar(QWidget* parent) : QToolBar(parent)
 
     auto pFun = reinterpret_cast<PFunGetNamedColor>(ColorManage::GetModuleFun("GetNamedColor", ""));
     if (pFun != nullptr)
-        m_qstrBgColor = QString::fromUtf8(pFun("Common", "<ArgRight_TreeBranch>", "").c_str());
+        m_qstrBgColor = QString::fromUtf8(
+            WGT_SIBLING_CALL("GetNamedColor", std::string(), pFun("Common", "<ArgRight_TreeBranch>", ""))
+                .c_str());
 }
 
 CLS_WgtItemToolBar::~CLS_WgtItemToolBar()

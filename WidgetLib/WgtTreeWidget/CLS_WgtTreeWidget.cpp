@@ -7,6 +7,7 @@
 #include "I_AppSignals.h"
 #include "LxAppManager.h"
 #include "Param.h"
+#include "SiblingFence.h"
 #include "Ui_CLS_WgtTreeWidget.h"
 
 #include <QCoreApplication>
@@ -29,7 +30,7 @@ I_AppSignals* AppSignals()
 {
     using PFunGetAppSignals = I_AppSignals* (*)();
     auto pFun = reinterpret_cast<PFunGetAppSignals>(LxAppManager::GetModuleFun("GetAppSignals", ""));
-    return pFun != nullptr ? pFun() : nullptr;
+    return pFun != nullptr ? WGT_SIBLING_CALL("GetAppSignals", nullptr, pFun()) : nullptr;
 }
 
 } // namespace
@@ -72,7 +73,7 @@ void CLS_WgtTreeWidget::CreateMenu()
                 Q_UNUSED(_qstrBusinessKey)
                 Q_UNUSED(_qstrBusinessUUID)
                 // Every answer of the menu view counts as a chosen entry.
-                m_pMenu->hide();
+                WGT_SIBLING_RUN("hide", m_pMenu->hide());
                 const QString qstrItemId = _qmapData.value("StrMenuItemClicked").toString();
                 const bool blChecked = _qmapData.value("boolTreeWidget").toBool();
                 emit SignTreeMenuItemClicked(qstrItemId, blChecked);
@@ -86,11 +87,12 @@ void CLS_WgtTreeWidget::ShowMenu(const QList<_MenuItem>& _qlstItems)
     QVariantMap qmapResult;
     QVariantMap qmapInfo;
     qmapInfo.insert("Info", QVariant::fromValue(_qlstItems));
-    m_pMenu->TaskRequest("setInfo", qmapInfo, qmapResult);
+    // The menu view is the menu library's: a request that throws is as one it didn't answer.
+    WGT_SIBLING_RUN("TaskRequest", m_pMenu->TaskRequest("setInfo", qmapInfo, qmapResult));
 
     QVariantMap qmapExec;
     qmapExec.insert("Pointexec", QCursor::pos()); // where the cursor is now, not where the click was
-    m_pMenu->TaskRequest("exec", qmapExec, qmapResult);
+    WGT_SIBLING_RUN("TaskRequest", m_pMenu->TaskRequest("exec", qmapExec, qmapResult));
 }
 
 void CLS_WgtTreeWidget::LoadPicPath()
