@@ -1,6 +1,7 @@
 #include "CLS_WgtBaseTreeWidget.h"
 
 #include "CLS_RowIconCache.h"
+#include "CLS_TreeRowBatch.h"
 #include "CLS_WgtItemToolBar.h"
 #include "CLS_WgtToolBtnStack.h"
 #include "CLS_WgtTreeWidgetItem.h"
@@ -15,11 +16,13 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPixmap>
+#include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStackedWidget>
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 // Row type of every row this tree makes.
@@ -36,6 +39,26 @@ const CLS_TreeItem* PeekRecord(const QVariant& _varData)
         return nullptr;
     return static_cast<const CLS_TreeItem*>(_varData.constData());
 }
+
+// Runs a callback before the viewport paints. A filter object of its own, so that the tree itself
+// overrides no more of the view than its mouse, leave and drag handlers.
+class CLS_PaintWatch : public QObject
+{
+public:
+    CLS_PaintWatch(QObject* _pParent, std::function<void()> _fnBeforePaint)
+        : QObject(_pParent), m_fnBeforePaint(std::move(_fnBeforePaint))
+    {}
+
+    bool eventFilter(QObject* _pWatched, QEvent* _pEvent) override
+    {
+        if (_pEvent->type() == QEvent::Paint)
+            m_fnBeforePaint();
+        return QObject::eventFilter(_pWatched, _pEvent);
+    }
+
+private:
+    std::function<void()> m_fnBeforePaint;
+};
 
 // Records below _pNode whose text holds _qstrName, in the order of GetChildNode with all levels
 // (depth first, each parent ahead of its children). A match is the only record copied.
@@ -108,10 +131,22 @@ CLS_WgtBaseTreeWidget::CLS_WgtBaseTreeWidget(QWidget* parent, bool _blCheckEnabl
     connect(this, &QTreeWidget::itemClicked, this, &CLS_WgtBaseTreeWidget::SlotClicked);
     connect(this, &QTreeWidget::itemDoubleClicked, this, &CLS_WgtBaseTreeWidget::SlotDblClicked);
     connect(this, &QTreeWidget::currentItemChanged, this, &CLS_WgtBaseTreeWidget::SlotCurrentChanged);
+
+    // Tool bars made on demand: mounted before the rows they belong to are painted, and forgotten
+    // with rows that leave the view.
+    m_pPaintWatch = new CLS_PaintWatch(this, [this]() { MountVisibleToolBars(); });
+    viewport()->installEventFilter(m_pPaintWatch);
+    connect(model(), &QAbstractItemModel::rowsAboutToBeRemoved, this,
+            &CLS_WgtBaseTreeWidget::ForgetRemovedRows);
+    connect(model(), &QAbstractItemModel::modelAboutToBeReset, this, &CLS_WgtBaseTreeWidget::ForgetAllRows);
 }
 
 CLS_WgtBaseTreeWidget::~CLS_WgtBaseTreeWidget()
 {
+    // QTreeWidget empties its model after this body; this part of the tree is gone by then.
+    viewport()->removeEventFilter(m_pPaintWatch);
+    disconnect(model(), nullptr, this, nullptr);
+    ForgetAllRows();
     m_pHoverNode = nullptr;
     FreeTakenNodes();
 }
@@ -128,11 +163,20 @@ int CLS_WgtBaseTreeWidget::Init(const QString& _qstrRootId, const QMap<QString, 
     if (_qstrRootId.isEmpty() || _qmapItems.isEmpty() || !_qmapItems.contains(_qstrRootId))
         return -1;
 
+    CLS_TreeRowBatch batch(this);
     m_qstrRootId = _qstrRootId;
     QTreeWidget::clear();
     m_qmapNodes.clear();
     m_pHoverNode = nullptr;
     FreeTakenNodes();
+    ForgetAllRows();
+
+    int iButtonRows = 0;
+    for (auto it = _qmapItems.cbegin(); it != _qmapItems.cend(); ++it) {
+        if (!it.value().m_qvecButtons.isEmpty())
+            ++iButtonRows;
+    }
+    m_blBuildOnDemand = OnDemandFor(iButtonRows);
 
     // Parent id -> children. The insertion place, one ahead of the first sibling with a greater
     // number rather than directly before it, is kept as it always was; CreateTree sorts again, so
@@ -165,6 +209,7 @@ int CLS_WgtBaseTreeWidget::Init(const QString& _qstrRootId, const QMap<QString, 
 
 void CLS_WgtBaseTreeWidget::Clear()
 {
+    CLS_TreeRowBatch batch(this);
     QTreeWidget::clear();
     m_qmapNodes.clear();
     m_pHoverNode = nullptr;
@@ -197,15 +242,9 @@ int CLS_WgtBaseTreeWidget::CreateTreeOnPath(QTreeWidgetItem* _pParent, const CLS
             _pParent->addChild(pNode);
         m_qmapNodes.insert(_clsItem.m_qstrId, pNode);
 
-        if (CLS_WgtItemToolBar* pToolBar = CreateItemButtons(_clsItem.m_qstrId, _clsItem.m_qvecButtons)) {
-            // No geometry here; AddItem differs in that, and the difference is kept.
-            auto* pStack = new CLS_WgtToolBtnStack(nullptr);
-            if (m_iBtnShowType != ITEM_BTN_SHOW_ALWAYS)
-                pStack->addWidget(new QWidget(nullptr));
-            pStack->addWidget(pToolBar);
-            setItemWidget(pNode, 1, pStack); // the view owns the stack from here
-            pStack->setCurrentIndex(0);
-        }
+        // No geometry here; AddItem differs in that, and the difference is kept.
+        if (!_clsItem.m_qvecButtons.isEmpty())
+            MountItemButtons(pNode, _clsItem.m_qstrId, _clsItem.m_qvecButtons, false, m_blBuildOnDemand);
     }
 
     QVector<CLS_TreeItem> qvecChildren = _qmapChildren.value(_clsItem.m_qstrId);
@@ -407,6 +446,7 @@ void CLS_WgtBaseTreeWidget::SetItemExpandStatus(QString _qstrId, n_TreeExpandTyp
     if (pNode == nullptr)
         return;
 
+    CLS_TreeRowBatch batch(this);
     switch (_iExpandType) {
     case TREE_COLLAPSE:
         collapseItem(pNode);
@@ -434,10 +474,12 @@ void CLS_WgtBaseTreeWidget::SetItemExpandStatus(QString _qstrId, n_TreeExpandTyp
 
 void CLS_WgtBaseTreeWidget::SetAllExpandStatus(bool _blShow)
 {
+    CLS_TreeRowBatch batch(this);
     if (_blShow)
         expandAll();
     else
         collapseAll();
+    DeferRowLayout(); // both lay the rows out at once; later changes of the batch stay cheap
 }
 
 void CLS_WgtBaseTreeWidget::SlotCheckStateChanged(QTreeWidgetItem* _pItem, bool _blChecked)
@@ -497,21 +539,16 @@ int CLS_WgtBaseTreeWidget::AddItem(CLS_TreeItem _clsTreeItem)
     }
     pParent->insertChild(iIndex, pNode);
 
-    CLS_WgtItemToolBar* pToolBar = CreateItemButtons(_clsTreeItem.m_qstrId, _clsTreeItem.m_qvecButtons);
-    if (pToolBar == nullptr)
-        return 0;
-    auto* pStack = new CLS_WgtToolBtnStack(nullptr);
-    if (m_iBtnShowType != ITEM_BTN_SHOW_ALWAYS)
-        pStack->addWidget(new QWidget(nullptr));
-    pStack->addWidget(pToolBar);
-    pStack->setGeometry(0, 0, 50, 30); // only on this path; rows built by Init get no geometry
-    setItemWidget(pNode, 1, pStack);
-    pStack->setCurrentIndex(0);
+    // The stack gets 50 x 30 only on this path; rows built by Init get no geometry.
+    if (!_clsTreeItem.m_qvecButtons.isEmpty())
+        MountItemButtons(pNode, _clsTreeItem.m_qstrId, _clsTreeItem.m_qvecButtons, true,
+                         OnDemandFor(m_qsetButtonRows.size() + 1));
     return 0;
 }
 
 void CLS_WgtBaseTreeWidget::AddItems(QVector<CLS_TreeItem> _qvecTreeItems)
 {
+    CLS_TreeRowBatch batch(this);
     const CLS_RowIconCache iconBatch;
     for (const CLS_TreeItem& clsItem : qAsConst(_qvecTreeItems))
         AddItem(clsItem);
@@ -525,6 +562,7 @@ void CLS_WgtBaseTreeWidget::DeleteItem(QString _qstrId)
     if (pNode == nullptr)
         return;
 
+    CLS_TreeRowBatch batch(this);
     m_qmapNodes.remove(_qstrId);
     QVector<QTreeWidgetItem*> qvecDescendants;
     GetChildNode(pNode, qvecDescendants, true);
@@ -554,6 +592,7 @@ void CLS_WgtBaseTreeWidget::UpdateItem(CLS_TreeItem _clsItem)
     QTreeWidgetItem* pNode = GetNodeById(_clsItem.m_qstrId);
     if (pNode == nullptr)
         return;
+    CLS_TreeRowBatch batch(this); // five writes, one sizing of the column
     // Overwrites the enabled flag too: a disabled row comes back enabled unless the record says no.
     pNode->setFlags(Qt::ItemFlags(_clsItem.m_iItemFlags != 0 ? _clsItem.m_iItemFlags : m_iDefaultFlags));
     pNode->setData(0, Qt::DisplayRole, ElidedText(_clsItem.m_qstrText, pNode));
@@ -597,6 +636,7 @@ void CLS_WgtBaseTreeWidget::SetItemCheckStatus(QString _qstrId, Qt::CheckState _
     QTreeWidgetItem* pNode = GetNodeById(_qstrId);
     if (pNode == nullptr)
         return;
+    CLS_TreeRowBatch batch(this);
     if (!_blSend)
         m_blSendChecked = false;
     // Qt passes the state down inside this call, so the gate covers the children's signals too.
@@ -755,6 +795,7 @@ void CLS_WgtBaseTreeWidget::mouseMoveEvent(QMouseEvent* _pEvent)
             }
             m_pHoverNode = pNode;
             if (pNode != nullptr) {
+                EnsureItemButtons(pNode); // a bar still to come is made for the row under the mouse
                 if (QStackedWidget* pStack = TwoPageStack(this, pNode))
                     pStack->setCurrentIndex(1);
             }
@@ -875,6 +916,7 @@ int CLS_WgtBaseTreeWidget::GetNodeByName(const QString& _qstrName,
 void CLS_WgtBaseTreeWidget::ApplyKeepList(const QSet<QString>& _qsetKeep)
 {
     // Kept rows are shown and expanded, all others hidden; nothing is removed.
+    CLS_TreeRowBatch batch(this);
     for (auto it = m_qmapNodes.cbegin(); it != m_qmapNodes.cend(); ++it) {
         QTreeWidgetItem* pNode = it.value();
         if (pNode == nullptr)
@@ -964,6 +1006,7 @@ int CLS_WgtBaseTreeWidget::MoveOneRow(const QString& _qstrSrcId, const QString& 
     if (iDes < 0)
         return -1; // the two must be siblings, nothing more
 
+    CLS_TreeRowBatch batch(this);
     std::swap(clsSrc.m_iSortNo, clsDes.m_iSortNo);
     pSrc->setData(0, CONST_iRecordRole, QVariant::fromValue(clsSrc));
     pDes->setData(0, CONST_iRecordRole, QVariant::fromValue(clsDes));
@@ -980,4 +1023,249 @@ int CLS_WgtBaseTreeWidget::MoveOneRow(const QString& _qstrSrcId, const QString& 
     scrollToItem(pSrc, QAbstractItemView::EnsureVisible);
     setCurrentItem(pSrc);
     return 0;
+}
+
+// ---- many-row changes ----------------------------------------------------------------------------
+
+void CLS_WgtBaseTreeWidget::BeginRowBatch()
+{
+    if (m_iRowBatchDepth++ > 0)
+        return;
+    // A column in ResizeToContents mode is sized from up to a thousand laid-out rows after every
+    // single row change; for the length of the batch every column keeps its width instead.
+    m_qvecBatchModes.clear();
+    if (QHeaderView* pHeader = header()) {
+        for (int i = 0; i < pHeader->count(); ++i) {
+            const QHeaderView::ResizeMode iMode = pHeader->sectionResizeMode(i);
+            m_qvecBatchModes.append(iMode);
+            if (iMode == QHeaderView::ResizeToContents)
+                pHeader->setSectionResizeMode(i, QHeaderView::Interactive);
+        }
+    }
+    if (m_blMounting)
+        return; // inside a paint: the view lays out and repaints anyway
+    // With a layout pending, the view skips its per-row work (row heights, the row's rectangle)
+    // on every change and expands or folds by bookkeeping alone; the rows are laid out once, when
+    // the batch ends or when something inside it asks where a row is.
+    scheduleDelayedItemsLayout();
+    // One repaint at the end is enough.
+    m_blBatchUpdates = updatesEnabled();
+    if (m_blBatchUpdates)
+        setUpdatesEnabled(false);
+}
+
+void CLS_WgtBaseTreeWidget::DeferRowLayout()
+{
+    if (m_iRowBatchDepth > 0 && !m_blMounting)
+        scheduleDelayedItemsLayout();
+}
+
+void CLS_WgtBaseTreeWidget::EndRowBatch()
+{
+    if (m_iRowBatchDepth == 0 || --m_iRowBatchDepth > 0)
+        return;
+    // A shown tree is laid out now, as it was when each row change sized its column; a tree not
+    // shown yet keeps its layout pending until it is shown or asked where a row is, as Qt leaves it.
+    if (!m_blMounting && isVisible())
+        executeDelayedItemsLayout();
+    // Giving a column its ResizeToContents mode back sizes it at once, by the header's own rule:
+    // the column has its width when the operation returns, as it had when every row sized it.
+    if (QHeaderView* pHeader = header()) {
+        for (int i = 0; i < m_qvecBatchModes.size() && i < pHeader->count(); ++i) {
+            const QHeaderView::ResizeMode iMode = m_qvecBatchModes.at(i);
+            if (iMode == QHeaderView::ResizeToContents &&
+                pHeader->sectionResizeMode(i) == QHeaderView::Interactive)
+                pHeader->setSectionResizeMode(i, iMode);
+        }
+    }
+    m_qvecBatchModes.clear();
+    if (m_blBatchUpdates)
+        setUpdatesEnabled(true);
+}
+
+// ---- tool bars on demand -------------------------------------------------------------------------
+
+void CLS_WgtBaseTreeWidget::SetToolBarMountType(n_ToolBarMountType _iType)
+{
+    m_iToolBarMountType = _iType;
+}
+
+bool CLS_WgtBaseTreeWidget::OnDemandFor(int _iButtonRows) const
+{
+    switch (m_iToolBarMountType) {
+    case TOOLBAR_MOUNT_AT_BUILD:
+        return false;
+    case TOOLBAR_MOUNT_ON_DEMAND:
+        return true;
+    default:
+        return _iButtonRows > CONST_iEagerToolBarRows;
+    }
+}
+
+void CLS_WgtBaseTreeWidget::MountItemButtons(QTreeWidgetItem* _pNode, const QString& _qstrId,
+                                             const QVector<CLS_ItemButton>& _qvecButtons,
+                                             bool _blFixedGeometry, bool _blOnDemand)
+{
+    m_qsetButtonRows.insert(_pNode);
+    if (!_blOnDemand) {
+        SetItemButtons(_pNode, _qstrId, _qvecButtons, _blFixedGeometry, nullptr);
+        return;
+    }
+    STRCT_PendingBar& stBar = m_qhashPendingBars[_pNode];
+    stBar.m_qstrId = _qstrId;
+    stBar.m_qvecButtons = _qvecButtons; // shared with the record, not copied
+    stBar.m_blFixedGeometry = _blFixedGeometry;
+    viewport()->update(); // a row that is already in view gets its bar with the next paint
+}
+
+void CLS_WgtBaseTreeWidget::SetItemButtons(QTreeWidgetItem* _pNode, const QString& _qstrId,
+                                           const QVector<CLS_ItemButton>& _qvecButtons, bool _blFixedGeometry,
+                                           const QVector<bool>* _pChecked)
+{
+    CLS_WgtItemToolBar* pToolBar = CreateItemButtons(_qstrId, _qvecButtons);
+    if (pToolBar == nullptr)
+        return;
+    if (_pChecked != nullptr) {
+        // A bar made again: the buttons keep the state the user left them in.
+        const QList<QAction*> qlstActions = pToolBar->actions();
+        for (int i = 0; i < qlstActions.size() && i < _pChecked->size(); ++i)
+            qlstActions.at(i)->setChecked(_pChecked->at(i));
+    }
+    auto* pStack = new CLS_WgtToolBtnStack(nullptr);
+    if (m_iBtnShowType != ITEM_BTN_SHOW_ALWAYS)
+        pStack->addWidget(new QWidget(nullptr));
+    pStack->addWidget(pToolBar);
+    if (_blFixedGeometry)
+        pStack->setGeometry(0, 0, 50, 30);
+    setItemWidget(_pNode, 1, pStack); // the view owns the stack from here
+    pStack->setCurrentIndex(0);
+}
+
+void CLS_WgtBaseTreeWidget::MountPendingBar(QTreeWidgetItem* _pNode)
+{
+    auto it = m_qhashPendingBars.find(_pNode);
+    if (it == m_qhashPendingBars.end())
+        return;
+    STRCT_DemandBar stDemand;
+    stDemand.m_stBar = it.value();
+    stDemand.m_uSeen = m_uPaintStamp;
+    m_qhashPendingBars.erase(it);
+    const STRCT_PendingBar& stBar = stDemand.m_stBar;
+    SetItemButtons(_pNode, stBar.m_qstrId, stBar.m_qvecButtons, stBar.m_blFixedGeometry,
+                   stBar.m_qvecChecked.isEmpty() ? nullptr : &stBar.m_qvecChecked);
+    m_qhashDemandBars.insert(_pNode, stDemand);
+}
+
+void CLS_WgtBaseTreeWidget::ReleaseDemandBar(QTreeWidgetItem* _pNode)
+{
+    auto it = m_qhashDemandBars.find(_pNode);
+    if (it == m_qhashDemandBars.end())
+        return;
+    STRCT_PendingBar stBar = it.value().m_stBar;
+    m_qhashDemandBars.erase(it);
+    QPointer<QWidget> pWidget = itemWidget(_pNode, 1);
+    if (pWidget != nullptr) {
+        if (auto* pToolBar = pWidget->findChild<CLS_WgtItemToolBar*>()) {
+            stBar.m_qvecChecked.clear();
+            const QList<QAction*> qlstActions = pToolBar->actions();
+            for (QAction* pAction : qlstActions)
+                stBar.m_qvecChecked.append(pAction->isChecked());
+        }
+        removeItemWidget(_pNode, 1);
+        if (pWidget != nullptr) {
+            pWidget->hide();
+            pWidget->deleteLater();
+        }
+    }
+    m_qhashPendingBars.insert(_pNode, stBar);
+}
+
+QWidget* CLS_WgtBaseTreeWidget::EnsureItemButtons(QTreeWidgetItem* _pNode)
+{
+    if (_pNode == nullptr)
+        return nullptr;
+    if (m_qhashPendingBars.contains(_pNode)) {
+        CLS_TreeRowBatch batch(this);
+        const CLS_RowIconCache iconBatch;
+        MountPendingBar(_pNode);
+    }
+    return itemWidget(_pNode, 1);
+}
+
+void CLS_WgtBaseTreeWidget::MountVisibleToolBars()
+{
+    if (m_blMounting || (m_qhashPendingBars.isEmpty() && m_qhashDemandBars.isEmpty()))
+        return;
+    m_blMounting = true;
+    ++m_uPaintStamp;
+
+    // The rows laid out inside the viewport, top to bottom.
+    const int iBottom = viewport()->height();
+    QModelIndex index = indexAt(QPoint(1, 1));
+    if (!index.isValid() && header() != nullptr)
+        index = indexAt(QPoint(header()->sectionViewportPosition(0) + 1, 1));
+    QVector<QTreeWidgetItem*> qvecMount;
+    int iVisible = 0;
+    for (; index.isValid(); index = indexBelow(index)) {
+        if (visualRect(index).top() >= iBottom)
+            break;
+        ++iVisible;
+        QTreeWidgetItem* pNode = itemFromIndex(index.sibling(index.row(), 0));
+        if (m_qhashPendingBars.contains(pNode)) {
+            qvecMount.append(pNode);
+            continue;
+        }
+        auto it = m_qhashDemandBars.find(pNode);
+        if (it != m_qhashDemandBars.end())
+            it.value().m_uSeen = m_uPaintStamp;
+    }
+
+    // Bars out of view are given back once there are several screens of them: every scroll step
+    // places every index widget of the view again, and each bar holds a few widgets.
+    const int iKeep = qMax(256, 4 * iVisible);
+    if (!qvecMount.isEmpty() || m_qhashDemandBars.size() > iKeep) {
+        CLS_TreeRowBatch batch(this);
+        const CLS_RowIconCache iconBatch; // the button pictures, read once for all new bars
+        for (QTreeWidgetItem* pNode : qAsConst(qvecMount))
+            MountPendingBar(pNode);
+        if (m_qhashDemandBars.size() > iKeep) {
+            QVector<QTreeWidgetItem*> qvecRelease;
+            for (auto it = m_qhashDemandBars.cbegin(); it != m_qhashDemandBars.cend(); ++it) {
+                if (it.value().m_uSeen != m_uPaintStamp && it.key() != m_pHoverNode)
+                    qvecRelease.append(it.key());
+            }
+            for (QTreeWidgetItem* pNode : qAsConst(qvecRelease))
+                ReleaseDemandBar(pNode);
+        }
+    }
+    m_blMounting = false;
+}
+
+void CLS_WgtBaseTreeWidget::ForgetRemovedRows(const QModelIndex& _parent, int _iFirst, int _iLast)
+{
+    // A row that leaves the view loses its bar, as Qt drops the index widgets of such rows; a bar
+    // still to come is not made for it either.
+    if (m_qsetButtonRows.isEmpty())
+        return;
+    QVector<QTreeWidgetItem*> qvecRows;
+    for (int i = _iFirst; i <= _iLast; ++i) {
+        QTreeWidgetItem* pNode = itemFromIndex(model()->index(i, 0, _parent));
+        if (pNode == nullptr)
+            continue;
+        qvecRows.append(pNode);
+        GetChildNode(pNode, qvecRows, true);
+    }
+    for (QTreeWidgetItem* pNode : qAsConst(qvecRows)) {
+        if (!m_qsetButtonRows.remove(pNode))
+            continue;
+        m_qhashPendingBars.remove(pNode);
+        m_qhashDemandBars.remove(pNode);
+    }
+}
+
+void CLS_WgtBaseTreeWidget::ForgetAllRows()
+{
+    m_qsetButtonRows.clear();
+    m_qhashPendingBars.clear();
+    m_qhashDemandBars.clear();
 }

@@ -5,6 +5,8 @@
 
 #include "TreeStructDefine.h"
 
+#include <QHash>
+#include <QHeaderView>
 #include <QMap>
 #include <QSet>
 #include <QString>
@@ -61,6 +63,31 @@ public:
 
     void SetLang(const QString& _qstrLang);
     void LoadStyleSheet(const QString& _qstrStyleSheet);
+
+    // Many-row changes: see CLS_TreeRowBatch, which calls these two. Every operation of this tree
+    // that touches many rows runs inside a batch of its own; owners wrap loops of single-row calls.
+    void BeginRowBatch();
+    void EndRowBatch();
+    bool InRowBatch() const { return m_iRowBatchDepth > 0; }
+    // Inside a batch, after a call that laid the rows out (expandAll, a scroll to a row): keeps
+    // the rest of the batch from laying them out again after each change.
+    void DeferRowLayout();
+
+    // Tool bars. Rows with buttons get their bar (a CLS_WgtToolBtnStack in column 1) with the row as
+    // long as the tree holds at most CONST_iEagerToolBarRows of them (TOOLBAR_MOUNT_AUTO, the
+    // default), so itemWidget(row, 1) is the stack right after the build. In a bigger tree a row's
+    // bar is made when the row is first laid out inside the viewport, when the mouse is over it, or
+    // when EnsureItemButtons asks for it; a bar scrolled far out of view may be given back and is
+    // made again, with the live check state of its buttons, when the row comes back into view. A
+    // row taken out of the view (a move, a drag, a delete) loses its bar for good, as a bar made at
+    // build time does. The type applies to rows made from then on.
+    static constexpr int CONST_iEagerToolBarRows = 2000;
+    void SetToolBarMountType(n_ToolBarMountType _iType);
+    n_ToolBarMountType GetToolBarMountType() const { return m_iToolBarMountType; }
+    // The column-1 widget of a row, made now if its bar is still to come; null for a row without one.
+    QWidget* EnsureItemButtons(QTreeWidgetItem* _pNode);
+    // Rows whose bar is still to come (for tests and benchmarks).
+    int PendingToolBarCount() const { return m_qhashPendingBars.size(); }
 
 public slots:
     // Editing. AddItem places the row behind all siblings of equal or lower number.
@@ -139,6 +166,33 @@ protected:
     QString m_qstrRootId;     // root id of the last accepted Init
 
 private:
+    // A bar that is still to be made: the buttons of the build, the live check state of each button
+    // once a made bar was given back, and whether AddItem made the row (its stack gets 50 x 30).
+    struct STRCT_PendingBar
+    {
+        QString m_qstrId;
+        QVector<CLS_ItemButton> m_qvecButtons;
+        QVector<bool> m_qvecChecked;
+        bool m_blFixedGeometry = false;
+    };
+
+    // Mounts the stack of a new row, now or on demand.
+    void MountItemButtons(QTreeWidgetItem* _pNode, const QString& _qstrId,
+                          const QVector<CLS_ItemButton>& _qvecButtons, bool _blFixedGeometry,
+                          bool _blOnDemand);
+    // Makes the stack with its bar and sets it in column 1; _pChecked restores the check states.
+    void SetItemButtons(QTreeWidgetItem* _pNode, const QString& _qstrId,
+                        const QVector<CLS_ItemButton>& _qvecButtons, bool _blFixedGeometry,
+                        const QVector<bool>* _pChecked);
+    bool OnDemandFor(int _iButtonRows) const;
+    void MountPendingBar(QTreeWidgetItem* _pNode);
+    void ReleaseDemandBar(QTreeWidgetItem* _pNode);
+    // Called before the viewport paints: mounts the bars of the rows about to be seen, and gives
+    // back bars far out of view once there are many.
+    void MountVisibleToolBars();
+    void ForgetRemovedRows(const QModelIndex& _parent, int _iFirst, int _iLast);
+    void ForgetAllRows();
+
     int MoveOneRow(const QString& _qstrSrcId, const QString& _qstrDesId, bool _blUp);
     void ApplyKeepList(const QSet<QString>& _qsetKeep);
     void FreeTakenNodes();
@@ -155,4 +209,24 @@ private:
                          const QMap<QString, QVector<CLS_TreeItem>>& _qmapChildren, bool _blCreate,
                          QSet<QString>& _qsetPath);
     QString ElidedText(const QString& _qstrText, QTreeWidgetItem* _pNode) const;
+
+    int m_iRowBatchDepth = 0;
+    QVector<QHeaderView::ResizeMode> m_qvecBatchModes; // each column's mode, while a batch is open
+    bool m_blBatchUpdates = true;                      // updatesEnabled when the batch opened
+
+    n_ToolBarMountType m_iToolBarMountType = TOOLBAR_MOUNT_AUTO;
+    bool m_blBuildOnDemand = false;          // the bars of the build under way come on demand
+    QSet<QTreeWidgetItem*> m_qsetButtonRows; // rows in the view that have a bar or will have one
+    QHash<QTreeWidgetItem*, STRCT_PendingBar> m_qhashPendingBars;
+    // Bars made on demand, with what it takes to make them again and the number of the viewport
+    // paint that last saw their row.
+    struct STRCT_DemandBar
+    {
+        STRCT_PendingBar m_stBar;
+        quint64 m_uSeen = 0;
+    };
+    QHash<QTreeWidgetItem*, STRCT_DemandBar> m_qhashDemandBars;
+    quint64 m_uPaintStamp = 0;
+    QObject* m_pPaintWatch = nullptr; // the viewport's filter that calls MountVisibleToolBars
+    bool m_blMounting = false;
 };

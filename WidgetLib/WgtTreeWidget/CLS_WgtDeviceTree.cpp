@@ -8,6 +8,7 @@
 #include "CLS_IApp.h"
 #include "CLS_IResourceTree.h"
 #include "CLS_RowIconCache.h"
+#include "CLS_TreeRowBatch.h"
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtTreeWidget.h"
 #include "DevStructDefine.h"
@@ -196,6 +197,7 @@ void CLS_WgtDeviceTree::Clear()
 {
     if (m_pTreePanel == nullptr)
         return;
+    CLS_TreeRowBatch batch(PanelTree());
     m_pTreePanel->Clear();
     // The clear queued by an Init on a foreign thread: that Init already emptied the model before
     // building the new one, which must survive this late clear of the rows.
@@ -646,6 +648,7 @@ void CLS_WgtDeviceTree::SlotInit(QString _qstrRootId, QVariant _varData)
     const ItemMap qmapItems = _varData.value<ItemMap>();
     if (m_pTreePanel == nullptr)
         return;
+    CLS_TreeRowBatch batch(PanelTree());
     m_pTreePanel->Init(_qstrRootId, qmapItems, true);
 
     m_pTreePanel->SetAllExpandStatus(true);
@@ -656,19 +659,8 @@ void CLS_WgtDeviceTree::ExpandHostItem()
 {
     if (m_pTreePanel == nullptr)
         return;
-    // Every fold makes the view size its column again from all visible rows, which is quadratic on
-    // a large installation; the column is sized once, after the last fold, instead.
-    // Each column gets its own mode back afterwards, whatever the page set.
-    CLS_WgtBaseTreeWidget* pBaseTree = m_pTreePanel->GetBaseTree();
-    QHeaderView* pHeader = pBaseTree != nullptr ? pBaseTree->header() : nullptr;
-    QVector<QHeaderView::ResizeMode> qvecModes;
-    if (pHeader != nullptr && pHeader->count() > 0 &&
-        pHeader->sectionResizeMode(0) == QHeaderView::ResizeToContents) {
-        for (int i = 0; i < pHeader->count(); ++i) {
-            qvecModes.append(pHeader->sectionResizeMode(i));
-            pHeader->setSectionResizeMode(i, QHeaderView::Interactive);
-        }
-    }
+    // One batch: the column is sized once, after the last fold.
+    CLS_TreeRowBatch batch(PanelTree());
 
     // Collapses, despite the name (kept: pages call it by this name).
     for (auto it = m_qmapNodes.cbegin(); it != m_qmapNodes.cend(); ++it) {
@@ -678,21 +670,29 @@ void CLS_WgtDeviceTree::ExpandHostItem()
         if (iType == CONST_iTypeGroup || iType == CONST_iTypeHost || iType == CONST_iTypeDecoder)
             m_pTreePanel->SetItemExpandStatus(it.key(), TREE_COLLAPSE);
     }
-
-    for (int i = 0; i < qvecModes.size(); ++i)
-        pHeader->setSectionResizeMode(i, qvecModes.at(i));
 }
 
 void CLS_WgtDeviceTree::ExpandAll()
 {
-    if (m_pTreePanel != nullptr && m_pTreePanel->GetBaseTree() != nullptr)
-        m_pTreePanel->GetBaseTree()->expandAll();
+    if (CLS_WgtBaseTreeWidget* pTree = PanelTree()) {
+        CLS_TreeRowBatch batch(pTree);
+        pTree->expandAll();
+        pTree->DeferRowLayout();
+    }
 }
 
 void CLS_WgtDeviceTree::CollapseAll()
 {
-    if (m_pTreePanel != nullptr && m_pTreePanel->GetBaseTree() != nullptr)
-        m_pTreePanel->GetBaseTree()->collapseAll();
+    if (CLS_WgtBaseTreeWidget* pTree = PanelTree()) {
+        CLS_TreeRowBatch batch(pTree);
+        pTree->collapseAll();
+        pTree->DeferRowLayout();
+    }
+}
+
+CLS_WgtBaseTreeWidget* CLS_WgtDeviceTree::PanelTree() const
+{
+    return m_pTreePanel != nullptr ? m_pTreePanel->GetBaseTree() : nullptr;
 }
 
 // ---- presentation -----------------------------------------------------------------------------------
@@ -1070,6 +1070,7 @@ int CLS_WgtDeviceTree::AddItems(const QVector<std::weak_ptr<STRCT_VideoItem>>& _
 {
     int iCount = 0;
     {
+        CLS_TreeRowBatch batch(PanelTree());
         const CLS_RowIconCache iconBatch;
         for (const std::weak_ptr<STRCT_VideoItem>& wpItem : _qvecItems) {
             if (AddItem(wpItem) >= 0)
@@ -1087,6 +1088,7 @@ int CLS_WgtDeviceTree::AddItems(QVariant _qvarNodes)
     if (!_qvarNodes.isValid() || m_pTreePanel == nullptr)
         return -1;
     const QVector<CLS_CustomTreeNode> qvecNodes = _qvarNodes.value<QVector<CLS_CustomTreeNode>>();
+    CLS_TreeRowBatch batch(PanelTree());
     const CLS_RowIconCache iconBatch;
     int iCount = 0;
     for (CLS_CustomTreeNode node : qvecNodes) {
@@ -1158,11 +1160,14 @@ int CLS_WgtDeviceTree::ModifyItems(const QVector<STRCT_VideoItem*>& _qvecItems, 
 {
     int iCount = 0;
     QVector<std::string> qvecDevIds;
-    for (STRCT_VideoItem* pItem : _qvecItems) {
-        if (ModifyItem(pItem) < 0)
-            continue;
-        qvecDevIds.append(pItem->m_strId);
-        ++iCount;
+    {
+        CLS_TreeRowBatch batch(PanelTree());
+        for (STRCT_VideoItem* pItem : _qvecItems) {
+            if (ModifyItem(pItem) < 0)
+                continue;
+            qvecDevIds.append(pItem->m_strId);
+            ++iCount;
+        }
     }
     if (m_iTreeType != DEV_TREE_RESOURCE || _blSendSignal)
         emit SignModifyNode(qvecDevIds);
@@ -1201,9 +1206,12 @@ int CLS_WgtDeviceTree::DeleteItem(QString _qstrId)
 int CLS_WgtDeviceTree::DeleteItems(QVector<QString> _qvecIds, bool _blSendSignal)
 {
     int iCount = 0;
-    for (const QString& qstrId : qAsConst(_qvecIds)) {
-        if (DeleteItem(qstrId) >= 0) // through the virtual table
-            ++iCount;
+    {
+        CLS_TreeRowBatch batch(PanelTree());
+        for (const QString& qstrId : qAsConst(_qvecIds)) {
+            if (DeleteItem(qstrId) >= 0) // through the virtual table
+                ++iCount;
+        }
     }
     if (m_iTreeType == DEV_TREE_RESOURCE && !_blSendSignal)
         return iCount;
@@ -1272,6 +1280,7 @@ int CLS_WgtDeviceTree::UpdateAllChannelsStatus(QVariant _qvarData)
         return -1;
     const StatusMap qmapStatus = _qvarData.value<StatusMap>();
     {
+        CLS_TreeRowBatch batch(PanelTree());
         const CLS_RowIconCache iconBatch; // the few status pictures, read once for the batch
         for (auto it = qmapStatus.cbegin(); it != qmapStatus.cend(); ++it) {
             if (it.key().isEmpty() || !m_qmapDevIdToTreeId.contains(it.key()))

@@ -23,6 +23,7 @@
 #include <string>
 
 class CLS_DeviceTreeBGThread;
+class CLS_WgtBaseTreeWidget;
 class CLS_WgtTreeWidget;
 struct STRCT_VideoItem;
 
@@ -259,6 +260,8 @@ private:
     void StopStatusThread();
     // Emits SignClear; on a foreign thread empties the model at once (see Clear).
     void EmitClear();
+    // The panel's base tree, for a batch of row changes (CLS_TreeRowBatch); null without a panel.
+    CLS_WgtBaseTreeWidget* PanelTree() const;
     // The model's record of a row id, copied into _node; false for an empty or unknown id.
     bool LookupNode(const QString& _qstrId, CLS_CustomTreeNode& _node) const;
 

@@ -1,5 +1,8 @@
 #include "CLS_WgtTreeWidgetItem.h"
 
+#include "CLS_TreeRowBatch.h"
+#include "CLS_WgtBaseTreeWidget.h"
+
 CLS_WgtTreeWidgetItem::CLS_WgtTreeWidgetItem(int _iType) : QObject(nullptr), QTreeWidgetItem(_iType) {}
 
 CLS_WgtTreeWidgetItem::~CLS_WgtTreeWidgetItem() = default;
@@ -17,6 +20,10 @@ void CLS_WgtTreeWidgetItem::setData(int _iColumn, int _iRole, const QVariant& _v
         QTreeWidgetItem::setData(_iColumn, _iRole, _varValue);
         return;
     }
+
+    // A row with children passes the state down to all of them inside the call below, by a click
+    // as well as by the tree's own call: one batch for the whole cascade.
+    CLS_TreeRowBatch batch(childCount() > 0 ? qobject_cast<CLS_WgtBaseTreeWidget*>(treeWidget()) : nullptr);
 
     // For a row with children this is the state Qt derives from them.
     const bool blSame = (QVariant(varOld.toInt()) == _varValue);

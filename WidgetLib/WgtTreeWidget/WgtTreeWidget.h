@@ -25,6 +25,7 @@
 
 #include "CLS_DeviceTreeBGThread.h"
 #include "CLS_LineEdit.h"
+#include "CLS_TreeRowBatch.h"
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtDeviceTree.h"
 #include "CLS_WgtItemToolBar.h"

@@ -36,6 +36,7 @@ public:
     using CLS_WgtBaseTreeWidget::mouseMoveEvent;
     using CLS_WgtBaseTreeWidget::mousePressEvent;
     using CLS_WgtBaseTreeWidget::mouseReleaseEvent;
+    using CLS_WgtBaseTreeWidget::sizeHintForColumn;
     using CLS_WgtBaseTreeWidget::SlotCheckStateChanged;
     using CLS_WgtBaseTreeWidget::SlotClickButton;
     using CLS_WgtBaseTreeWidget::SlotClicked;

@@ -112,6 +112,18 @@ enum n_ItemBtnShowType : int
     ITEM_BTN_SHOW_HOVER = 1,
 };
 
+// When the tool bars of rows with buttons are made. AUTO builds every bar with its row while the
+// tree holds at most CLS_WgtBaseTreeWidget::CONST_iEagerToolBarRows rows with buttons, and mounts the
+// bars of a bigger tree on demand: when the row is first laid out inside the viewport, hovered, or
+// asked for through CLS_WgtBaseTreeWidget::EnsureItemButtons. AT_BUILD and ON_DEMAND choose one of
+// the two whatever the size.
+enum n_ToolBarMountType : int
+{
+    TOOLBAR_MOUNT_AUTO = 0,
+    TOOLBAR_MOUNT_AT_BUILD = 1,
+    TOOLBAR_MOUNT_ON_DEMAND = 2,
+};
+
 enum n_TreeExpandType : int
 {
     TREE_COLLAPSE = 0,

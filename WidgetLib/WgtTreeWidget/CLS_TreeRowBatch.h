@@ -1,0 +1,26 @@
+#pragma once
+// A scope in which a base tree changes many rows at once. While the outermost batch of a tree is
+// open, the view does no per-row work that only the end state needs: the header does not size
+// its columns to their contents after each row (a pass over up to a thousand laid-out rows per
+// change), and the tree does not repaint. When it closes, each column gets its resize mode back,
+// the columns are sized once, synchronously, and the tree repaints once. Batches nest; only the
+// outermost one suspends and restores. Nothing a page observes changes: signals go out as they
+// did, in the same order, from inside the operation. A null tree, or one destroyed inside the
+// scope, is allowed. GUI thread only.
+
+#include <QPointer>
+
+class CLS_WgtBaseTreeWidget;
+
+class CLS_TreeRowBatch
+{
+public:
+    explicit CLS_TreeRowBatch(CLS_WgtBaseTreeWidget* _pTree);
+    ~CLS_TreeRowBatch();
+
+    CLS_TreeRowBatch(const CLS_TreeRowBatch&) = delete;
+    CLS_TreeRowBatch& operator=(const CLS_TreeRowBatch&) = delete;
+
+private:
+    QPointer<CLS_WgtBaseTreeWidget> m_pTree;
+};

@@ -1,0 +1,678 @@
+// Large installations through CLS_WgtDeviceTree against a plain QTreeWidget written the way an
+// experienced Qt engineer writes it: rows built with addChildren, one shared QIcon per picture file,
+// uniform row heights, and the two tool buttons of a channel painted by a QStyledItemDelegate, with
+// no widget per row. A custom tree of groups of 32 channels under one root, the dark skin of the demo
+// loaded, the window shown (offscreen without a display).
+//
+//   ScaleBench [--groups 1000,3125] [--timeout S] [--only ours|base]
+//       runs every case in child processes (one process per case and side, so that the peak RSS
+//       of each side is its own) and prints one table: case, rows, ours, baseline, ratio.
+//   ScaleBench --child --side ours|base --groups N --buttons none|always|hover --expanded 0|1
+//       one case on one side; prints "OP <name> <ms>" lines, then "RSS <kB>".
+//   ScaleBench --soak [--seconds S] [--groups N] [--changes-per-second N]
+//       the resource tree of the reference device layer at that size, every host expanded, the
+//       simulator changing channels; prints the GUI thread's longest and 99th-percentile stall
+//       (from a 10 ms heartbeat timer), RSS at minute 1 (or the start) and at the end, and the
+//       status batches applied.
+//
+// The status thread of the device tree is stopped in the cases (see RunChild). Nothing here
+// asserts a time. A case that runs over the timeout is printed as "timeout".
+
+#include "CLS_WgtBaseTreeWidget.h"
+#include "CLS_WgtDeviceTree.h"
+#include "CLS_WgtTreeWidget.h"
+#include "LxAppManagerControl.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QHash>
+#include <QHeaderView>
+#include <QIcon>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QProcess>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <memory>
+
+namespace {
+
+constexpr int CONST_iChannelsPerGroup = 32;
+constexpr int CONST_iScrollPages = 40;
+const QString CONST_qstrRootId = QStringLiteral("custom_root_id");
+const QString CONST_qstrCommon = QStringLiteral("North"); // in every row's text
+
+using StatusMap = QMap<QString, QPair<bool, int>>;
+
+QString PicPath()
+{
+    return QCoreApplication::applicationDirPath() + "/resource/skin/dark/WgtTreeWidget/images/";
+}
+
+long PeakRssKb()
+{
+    QFile file("/proc/self/status");
+    if (!file.open(QIODevice::ReadOnly))
+        return -1;
+    const QList<QByteArray> qlstLines = file.readAll().split('\n');
+    for (const QByteArray& qbaLine : qlstLines) {
+        if (qbaLine.startsWith("VmHWM:"))
+            return qbaLine.mid(6).trimmed().split(' ').value(0).toLong();
+    }
+    return -1;
+}
+
+// Lets every posted event, timer of zero length and delayed layout run, then paints the window
+// once, as the first frame after the operation would.
+void Settle(QWidget* _pWindow)
+{
+    for (int i = 0; i < 3; ++i) {
+        QCoreApplication::sendPostedEvents();
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+    }
+    _pWindow->repaint();
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
+}
+
+void Report(const char* _pOp, double _dMs)
+{
+    std::printf("OP %s %.3f\n", _pOp, _dMs);
+    std::fflush(stdout);
+}
+
+double TimeMs(const std::function<void()>& _fnWork)
+{
+    QElapsedTimer timer;
+    timer.start();
+    _fnWork();
+    return timer.nsecsElapsed() / 1e6;
+}
+
+QString GroupId(int _iGroup)
+{
+    return QString("grp-%1").arg(_iGroup);
+}
+QString ChannelId(int _iGroup, int _iChannel)
+{
+    return QString("ch-%1-%2").arg(_iGroup).arg(_iChannel);
+}
+QString GroupText(int _iGroup)
+{
+    return QString("%1 group %2").arg(CONST_qstrCommon).arg(_iGroup, 4, 10, QChar('0'));
+}
+QString ChannelText(int _iGroup, int _iChannel)
+{
+    return QString("%1 cam %2-%3")
+        .arg(CONST_qstrCommon)
+        .arg(_iGroup, 4, 10, QChar('0'))
+        .arg(_iChannel, 2, 10, QChar('0'));
+}
+
+QVector<CLS_ItemButton> ChannelButtons()
+{
+    QVector<CLS_ItemButton> qvecButtons(2);
+    qvecButtons[0].m_qstrId = "preview";
+    qvecButtons[0].m_qstrIcon = PicPath() + "preview.png";
+    qvecButtons[0].m_qstrTooltip = "Live view";
+    qvecButtons[1].m_qstrId = "playback";
+    qvecButtons[1].m_qstrIcon = PicPath() + "playback.png";
+    qvecButtons[1].m_qstrTooltip = "Playback";
+    qvecButtons[1].m_blCheckable = true;
+    return qvecButtons;
+}
+
+StatusMap Batch(int _iGroups, int _iEvery, int _iStatus)
+{
+    StatusMap qmapBatch;
+    int i = 0;
+    for (int g = 0; g < _iGroups; ++g) {
+        for (int c = 0; c < CONST_iChannelsPerGroup; ++c, ++i) {
+            if (i % _iEvery == 0)
+                qmapBatch.insert(ChannelId(g, c), qMakePair(false, _iStatus));
+        }
+    }
+    return qmapBatch;
+}
+
+// ---- one side of one case -----------------------------------------------------------------------
+
+struct STRCT_Case
+{
+    int m_iGroups = 1000;
+    QString m_qstrButtons = "none"; // none, always, hover
+    bool m_blExpanded = false;
+};
+
+// What each side offers the driver; every operation returns when its work is done, the driver
+// settles and paints.
+class CLS_Side
+{
+public:
+    virtual ~CLS_Side() = default;
+    virtual QWidget* Window() = 0;
+    virtual QAbstractItemView* View() = 0;
+    virtual void Init(const STRCT_Case& _stCase) = 0;
+    virtual void ExpandAll() = 0;
+    virtual void Status(const StatusMap& _qmapBatch) = 0;
+    virtual void CheckRoot(bool _blChecked) = 0;
+    virtual QLineEdit* SearchLine() = 0;
+    virtual void ShowByName(const QString& _qstrName) = 0;
+    virtual void Destroy() = 0;
+};
+
+class CLS_OurSide : public CLS_Side
+{
+public:
+    QWidget* Window() override { return m_pWindow.get(); }
+    QAbstractItemView* View() override { return m_pView; }
+
+    void Init(const STRCT_Case& _stCase) override
+    {
+        m_pWindow = std::make_unique<QWidget>();
+        auto* pLayout = new QVBoxLayout(m_pWindow.get());
+        const n_ItemBtnShowType iShow =
+            _stCase.m_qstrButtons == "hover" ? ITEM_BTN_SHOW_HOVER : ITEM_BTN_SHOW_ALWAYS;
+        m_pTree = new CLS_WgtDeviceTree(nullptr, DEV_TREE_CUSTOM, false, true, false, true, false, iShow);
+        pLayout->addWidget(m_pTree);
+        m_pWindow->resize(420, 900);
+        m_pWindow->show();
+        m_pView = m_pTree->findChild<CLS_WgtBaseTreeWidget*>();
+        m_pPanel = m_pTree->findChild<CLS_WgtTreeWidget*>();
+
+        QMap<QString, CLS_CustomTreeNode> qmapNodes;
+        for (int g = 0; g < _stCase.m_iGroups; ++g) {
+            CLS_CustomTreeNode group;
+            group.m_qstrTreeId = GroupId(g);
+            group.m_qstrDevId = GroupId(g);
+            group.m_qstrTreeParentId = CONST_qstrRootId;
+            group.m_qstrName = GroupText(g);
+            group.m_iType = 2;
+            group.m_iSortNo = g;
+            qmapNodes.insert(group.m_qstrTreeId, group);
+            for (int c = 0; c < CONST_iChannelsPerGroup; ++c) {
+                CLS_CustomTreeNode channel;
+                channel.m_qstrTreeId = ChannelId(g, c);
+                channel.m_qstrDevId = ChannelId(g, c);
+                channel.m_qstrTreeParentId = group.m_qstrTreeId;
+                channel.m_qstrName = ChannelText(g, c);
+                channel.m_iType = 4;
+                channel.m_iSortNo = c;
+                qmapNodes.insert(channel.m_qstrTreeId, channel);
+            }
+        }
+        QMap<int, QVector<CLS_ItemButton>> qmapButtons;
+        if (_stCase.m_qstrButtons != "none")
+            qmapButtons.insert(4, ChannelButtons());
+        m_pTree->Init(qmapNodes, CONST_qstrCommon, qmapButtons);
+    }
+    void ExpandAll() override { m_pTree->ExpandAll(); }
+    void Status(const StatusMap& _qmapBatch) override
+    {
+        m_pTree->UpdateAllChannelsStatus(QVariant::fromValue(_qmapBatch));
+    }
+    void CheckRoot(bool _blChecked) override
+    {
+        m_pTree->SetItemCheckStatus(QString(), _blChecked ? Qt::Checked : Qt::Unchecked, true);
+    }
+    QLineEdit* SearchLine() override { return m_pTree->findChild<QLineEdit*>("qlineedtQueryInput"); }
+    void ShowByName(const QString& _qstrName) override { m_pPanel->SetShowItemByName(_qstrName); }
+    void Destroy() override
+    {
+        m_pWindow.reset();
+        m_pTree = nullptr;
+        m_pView = nullptr;
+    }
+
+private:
+    std::unique_ptr<QWidget> m_pWindow;
+    CLS_WgtDeviceTree* m_pTree = nullptr;
+    CLS_WgtTreeWidget* m_pPanel = nullptr;
+    CLS_WgtBaseTreeWidget* m_pView = nullptr;
+};
+
+// The two buttons of a channel, painted at the right end of its row: always, or on the row under
+// the mouse only. A click on one reports its index.
+class CLS_ButtonDelegate : public QStyledItemDelegate
+{
+public:
+    CLS_ButtonDelegate(QObject* parent, const QVector<QIcon>& _qvecIcons, bool _blHover)
+        : QStyledItemDelegate(parent), m_qvecIcons(_qvecIcons), m_blHover(_blHover)
+    {}
+    QPersistentModelIndex m_hover;
+    int m_iClicks = 0;
+
+    void paint(QPainter* _pPainter, const QStyleOptionViewItem& _option,
+               const QModelIndex& _index) const override
+    {
+        QStyledItemDelegate::paint(_pPainter, _option, _index);
+        if (_index.data(Qt::UserRole + 2).toInt() != 4)
+            return;
+        if (m_blHover && _index.sibling(_index.row(), 0) != m_hover)
+            return;
+        for (int i = 0; i < m_qvecIcons.size(); ++i)
+            m_qvecIcons.at(i).paint(_pPainter, ButtonRect(_option.rect, i));
+    }
+    bool editorEvent(QEvent* _pEvent, QAbstractItemModel* _pModel, const QStyleOptionViewItem& _option,
+                     const QModelIndex& _index) override
+    {
+        if (_pEvent->type() == QEvent::MouseButtonRelease && _index.data(Qt::UserRole + 2).toInt() == 4) {
+            const QPoint point = static_cast<QMouseEvent*>(_pEvent)->pos();
+            for (int i = 0; i < m_qvecIcons.size(); ++i) {
+                if (ButtonRect(_option.rect, i).contains(point)) {
+                    ++m_iClicks;
+                    return true;
+                }
+            }
+        }
+        return QStyledItemDelegate::editorEvent(_pEvent, _pModel, _option, _index);
+    }
+
+private:
+    static QRect ButtonRect(const QRect& _rect, int _i)
+    {
+        const int iSide = qMin(_rect.height(), 20);
+        return QRect(_rect.right() - (2 - _i) * (iSide + 2), _rect.top() + (_rect.height() - iSide) / 2,
+                     iSide, iSide);
+    }
+    QVector<QIcon> m_qvecIcons;
+    bool m_blHover = false;
+};
+
+class CLS_PlainTree : public QTreeWidget
+{
+public:
+    CLS_ButtonDelegate* m_pDelegate = nullptr;
+
+protected:
+    void mouseMoveEvent(QMouseEvent* _pEvent) override
+    {
+        if (m_pDelegate != nullptr) {
+            const QPersistentModelIndex index =
+                indexAt(_pEvent->pos()).sibling(indexAt(_pEvent->pos()).row(), 0);
+            if (index != m_pDelegate->m_hover) {
+                const QModelIndex old = m_pDelegate->m_hover;
+                m_pDelegate->m_hover = index;
+                if (old.isValid())
+                    viewport()->update(visualRect(old));
+                viewport()->update(visualRect(index));
+            }
+        }
+        QTreeWidget::mouseMoveEvent(_pEvent);
+    }
+};
+
+class CLS_BaseSide : public CLS_Side
+{
+public:
+    QWidget* Window() override { return m_pWindow.get(); }
+    QAbstractItemView* View() override { return m_pTree; }
+
+    void Init(const STRCT_Case& _stCase) override
+    {
+        m_pWindow = std::make_unique<QWidget>();
+        auto* pLayout = new QVBoxLayout(m_pWindow.get());
+        m_pLine = new QLineEdit(m_pWindow.get());
+        m_pList = new QListWidget(m_pWindow.get());
+        m_pList->setUniformItemSizes(true);
+        m_pList->hide();
+        m_pTree = new CLS_PlainTree;
+        m_pTree->setHeaderHidden(true);
+        m_pTree->setUniformRowHeights(true);
+        m_pTree->setColumnCount(1);
+        pLayout->addWidget(m_pLine);
+        pLayout->addWidget(m_pList);
+        pLayout->addWidget(m_pTree);
+        m_pWindow->resize(420, 900);
+        m_pWindow->show();
+
+        const QString qstrPic = PicPath();
+        const QIcon iconGroup(qstrPic + "fenzu.png");
+        m_iconOffline = QIcon(qstrPic + "channel_offline.png");
+        m_iconOnline = QIcon(qstrPic + "channel_online.png");
+        if (_stCase.m_qstrButtons != "none") {
+            m_pTree->m_pDelegate = new CLS_ButtonDelegate(
+                m_pTree, {QIcon(qstrPic + "preview.png"), QIcon(qstrPic + "playback.png")},
+                _stCase.m_qstrButtons == "hover");
+            m_pTree->setItemDelegate(m_pTree->m_pDelegate);
+        }
+        QObject::connect(m_pTree, &QTreeWidget::itemChanged, m_pTree,
+                         [this](QTreeWidgetItem* _pItem, int) { m_qvecChanged.append(_pItem); });
+        QObject::connect(m_pLine, &QLineEdit::textChanged, m_pLine,
+                         [this](const QString& _qstrText) { Search(_qstrText); });
+
+        const Qt::ItemFlags flags =
+            Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsUserCheckable | Qt::ItemIsAutoTristate;
+        m_pRoot = MakeRow(CONST_qstrRootId, CONST_qstrCommon, QIcon(qstrPic + "root_icon.png"), 1, flags);
+        QList<QTreeWidgetItem*> qlstGroups;
+        for (int g = 0; g < _stCase.m_iGroups; ++g) {
+            QTreeWidgetItem* pGroup = MakeRow(GroupId(g), GroupText(g), iconGroup, 2, flags);
+            QList<QTreeWidgetItem*> qlstChannels;
+            for (int c = 0; c < CONST_iChannelsPerGroup; ++c) {
+                QTreeWidgetItem* pChannel =
+                    MakeRow(ChannelId(g, c), ChannelText(g, c), m_iconOffline, 4, flags);
+                m_qhashChannels.insert(ChannelId(g, c), pChannel);
+                qlstChannels.append(pChannel);
+            }
+            pGroup->addChildren(qlstChannels);
+            qlstGroups.append(pGroup);
+        }
+        m_pRoot->addChildren(qlstGroups);
+        m_pTree->addTopLevelItem(m_pRoot);
+        m_pRoot->setExpanded(true);
+    }
+    void ExpandAll() override { m_pTree->expandAll(); }
+    void Status(const StatusMap& _qmapBatch) override
+    {
+        for (auto it = _qmapBatch.cbegin(); it != _qmapBatch.cend(); ++it) {
+            if (QTreeWidgetItem* pItem = m_qhashChannels.value(it.key()))
+                pItem->setIcon(0, it.value().second == 1 ? m_iconOnline : m_iconOffline);
+        }
+    }
+    void CheckRoot(bool _blChecked) override
+    {
+        m_qvecChanged.clear();
+        m_pRoot->setCheckState(0, _blChecked ? Qt::Checked : Qt::Unchecked);
+    }
+    QLineEdit* SearchLine() override { return m_pLine; }
+    void ShowByName(const QString& _qstrName) override
+    {
+        // Matches and their ancestors stay, expanded; every other row is hidden.
+        QSet<QTreeWidgetItem*> qsetKeep;
+        for (QTreeWidgetItemIterator it(m_pTree); *it != nullptr; ++it) {
+            if ((*it)->text(0).contains(_qstrName, Qt::CaseInsensitive)) {
+                for (QTreeWidgetItem* pItem = *it; pItem != nullptr && !qsetKeep.contains(pItem);
+                     pItem = pItem->parent())
+                    qsetKeep.insert(pItem);
+            }
+        }
+        for (QTreeWidgetItemIterator it(m_pTree); *it != nullptr; ++it) {
+            const bool blKeep = qsetKeep.contains(*it);
+            (*it)->setHidden(!blKeep);
+            if (blKeep)
+                (*it)->setExpanded(true);
+        }
+    }
+    void Destroy() override
+    {
+        m_pWindow.reset();
+        m_pTree = nullptr;
+    }
+
+private:
+    QTreeWidgetItem* MakeRow(const QString& _qstrId, const QString& _qstrText, const QIcon& _icon, int _iType,
+                             Qt::ItemFlags _flags)
+    {
+        auto* pItem = new QTreeWidgetItem;
+        pItem->setFlags(_flags);
+        pItem->setCheckState(0, Qt::Unchecked);
+        pItem->setText(0, _qstrText);
+        pItem->setToolTip(0, _qstrText);
+        pItem->setIcon(0, _icon);
+        pItem->setData(0, Qt::UserRole + 1, _qstrId);
+        pItem->setData(0, Qt::UserRole + 2, _iType);
+        return pItem;
+    }
+    void Search(const QString& _qstrText)
+    {
+        m_pList->clear();
+        if (_qstrText.isEmpty()) {
+            m_pList->hide();
+            return;
+        }
+        for (QTreeWidgetItemIterator it(m_pRoot); *it != nullptr; ++it) {
+            if (*it == m_pRoot)
+                continue;
+            if ((*it)->text(0).contains(_qstrText, Qt::CaseInsensitive)) {
+                auto* pItem = new QListWidgetItem((*it)->text(0), m_pList);
+                pItem->setData(Qt::UserRole, (*it)->data(0, Qt::UserRole + 1));
+            }
+        }
+        m_pList->show();
+    }
+
+    std::unique_ptr<QWidget> m_pWindow;
+    QLineEdit* m_pLine = nullptr;
+    QListWidget* m_pList = nullptr;
+    CLS_PlainTree* m_pTree = nullptr;
+    QTreeWidgetItem* m_pRoot = nullptr;
+    QIcon m_iconOnline;
+    QIcon m_iconOffline;
+    QHash<QString, QTreeWidgetItem*> m_qhashChannels;
+    QVector<QTreeWidgetItem*> m_qvecChanged;
+};
+
+void TypeKey(QWidget* _pWidget, Qt::Key _key, const QString& _qstrText)
+{
+    QKeyEvent press(QEvent::KeyPress, _key, Qt::NoModifier, _qstrText);
+    QApplication::sendEvent(_pWidget, &press);
+    QKeyEvent release(QEvent::KeyRelease, _key, Qt::NoModifier, _qstrText);
+    QApplication::sendEvent(_pWidget, &release);
+}
+
+int RunChild(const QString& _qstrSide, const STRCT_Case& _stCase)
+{
+    // The status thread of the device tree leaves its loop after its first pass: the custom tree
+    // here has no channels in the device layer, and a thread that finds none polls again at once.
+    // Both sides then run on the GUI thread alone; the soak mode runs the thread for real.
+    LxAppManagerCtl_SetAppState(2);
+    std::unique_ptr<CLS_Side> pSide;
+    if (_qstrSide == "ours")
+        pSide = std::make_unique<CLS_OurSide>();
+    else
+        pSide = std::make_unique<CLS_BaseSide>();
+    CLS_Side& side = *pSide;
+    const int iChannels = _stCase.m_iGroups * CONST_iChannelsPerGroup;
+
+    Report("init", TimeMs([&] {
+               side.Init(_stCase);
+               Settle(side.Window());
+           }));
+    if (_stCase.m_blExpanded) {
+        Report("expand all", TimeMs([&] {
+                   side.ExpandAll();
+                   Settle(side.Window());
+               }));
+    }
+    // A mouse over a channel row, so that a hover tool bar is up during the rest.
+    if (QAbstractItemView* pView = side.View()) {
+        const QPoint point(40, pView->viewport()->height() / 2);
+        QMouseEvent move(QEvent::MouseMove, point, pView->viewport()->mapToGlobal(point), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(pView->viewport(), &move);
+        Settle(side.Window());
+
+        QScrollBar* pBar = pView->verticalScrollBar();
+        Report("scroll 40 pages", TimeMs([&] {
+                   for (int i = 0; i < CONST_iScrollPages; ++i) {
+                       pBar->setValue(pBar->value() + pBar->pageStep());
+                       QCoreApplication::processEvents();
+                       pView->viewport()->repaint();
+                   }
+               }));
+        pBar->setValue(0);
+        Settle(side.Window());
+    }
+    const StatusMap qmapOnline = Batch(_stCase.m_iGroups, 1, 1);
+    Report("status all", TimeMs([&] {
+               side.Status(qmapOnline);
+               Settle(side.Window());
+           }));
+    const StatusMap qmapFew = Batch(_stCase.m_iGroups, 20, 0);
+    Report("status 5%", TimeMs([&] {
+               side.Status(qmapFew);
+               Settle(side.Window());
+           }));
+    Report("check+uncheck root", TimeMs([&] {
+               side.CheckRoot(true);
+               Settle(side.Window());
+               side.CheckRoot(false);
+               Settle(side.Window());
+           }));
+    if (QLineEdit* pLine = side.SearchLine()) {
+        pLine->setFocus();
+        Report("search keystroke", TimeMs([&] {
+                   TypeKey(pLine, Qt::Key_7, "7");
+                   Settle(side.Window());
+               }));
+        pLine->clear();
+        Settle(side.Window());
+    }
+    Report("show by name+undo", TimeMs([&] {
+               side.ShowByName("cam 0007-0");
+               Settle(side.Window());
+               side.ShowByName(CONST_qstrCommon);
+               Settle(side.Window());
+           }));
+    if (!_stCase.m_blExpanded) {
+        Report("expand all", TimeMs([&] {
+                   side.ExpandAll();
+                   Settle(side.Window());
+               }));
+    }
+    Report("delete tree", TimeMs([&] {
+               side.Destroy();
+               QCoreApplication::processEvents();
+           }));
+    std::printf("ROWS %d\n", iChannels + _stCase.m_iGroups + 1);
+    std::printf("RSS %ld\n", PeakRssKb());
+    std::fflush(stdout);
+    return 0;
+}
+
+// ---- driver ---------------------------------------------------------------------------------------
+
+struct STRCT_Result
+{
+    QMap<QString, double> m_qmapOps; // op -> ms
+    long m_lRssKb = -1;
+    bool m_blTimeout = false;
+};
+
+STRCT_Result RunSide(const QString& _qstrSide, const STRCT_Case& _stCase, int _iTimeoutS)
+{
+    STRCT_Result result;
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(QCoreApplication::applicationFilePath(),
+                  {"--child", "--side", _qstrSide, "--groups", QString::number(_stCase.m_iGroups),
+                   "--buttons", _stCase.m_qstrButtons, "--expanded", _stCase.m_blExpanded ? "1" : "0"});
+    QByteArray qbaOut;
+    QElapsedTimer timer;
+    timer.start();
+    while (!process.waitForFinished(200)) {
+        qbaOut += process.readAllStandardOutput();
+        if (timer.elapsed() > _iTimeoutS * 1000LL) {
+            process.kill();
+            process.waitForFinished();
+            result.m_blTimeout = true;
+            break;
+        }
+    }
+    qbaOut += process.readAllStandardOutput();
+    for (const QByteArray& qbaLine : qbaOut.split('\n')) {
+        if (qbaLine.startsWith("OP ")) {
+            const int iLast = qbaLine.lastIndexOf(' ');
+            result.m_qmapOps.insert(QString::fromUtf8(qbaLine.mid(3, iLast - 3)),
+                                    qbaLine.mid(iLast + 1).toDouble());
+        } else if (qbaLine.startsWith("RSS ")) {
+            result.m_lRssKb = qbaLine.mid(4).toLong();
+        }
+    }
+    return result;
+}
+
+int RunDriver(const QList<int>& _qlstGroups, int _iTimeoutS, const QString& _qstrOnly)
+{
+    const QStringList qlstOps = {"init",       "expand all",         "scroll 40 pages",  "status all",
+                                 "status 5%",  "check+uncheck root", "search keystroke", "show by name+undo",
+                                 "delete tree"};
+    std::printf("%-44s %8s %12s %14s %8s\n", "case", "rows", "ours (ms)", "baseline (ms)", "ratio");
+    std::fflush(stdout);
+    for (int iGroups : _qlstGroups) {
+        const int iRows = iGroups * (CONST_iChannelsPerGroup + 1) + 1;
+        for (const QString& qstrButtons : {QString("none"), QString("always"), QString("hover")}) {
+            for (bool blExpanded : {false, true}) {
+                const STRCT_Case stCase{iGroups, qstrButtons, blExpanded};
+                const STRCT_Result ours =
+                    _qstrOnly == "base" ? STRCT_Result() : RunSide("ours", stCase, _iTimeoutS);
+                const STRCT_Result base =
+                    _qstrOnly == "ours" ? STRCT_Result() : RunSide("base", stCase, _iTimeoutS);
+                const QString qstrCase = QString("%1, %2, buttons %3")
+                                             .arg(iGroups)
+                                             .arg(blExpanded ? "expanded" : "collapsed")
+                                             .arg(qstrButtons);
+                auto cell = [](const STRCT_Result& _result, const QString& _qstrOp) {
+                    if (_result.m_qmapOps.contains(_qstrOp))
+                        return QString::number(_result.m_qmapOps.value(_qstrOp), 'f', 1);
+                    return QString(_result.m_blTimeout ? "timeout" : "-");
+                };
+                for (const QString& qstrOp : qlstOps) {
+                    const QString qstrOurs = cell(ours, qstrOp);
+                    const QString qstrBase = cell(base, qstrOp);
+                    QString qstrRatio = "-";
+                    if (ours.m_qmapOps.contains(qstrOp) && base.m_qmapOps.contains(qstrOp))
+                        qstrRatio = QString::number(
+                            ours.m_qmapOps.value(qstrOp) / qMax(0.05, base.m_qmapOps.value(qstrOp)), 'f', 2);
+                    std::printf("%-44s %8d %12s %14s %8s\n", qPrintable(qstrCase + ": " + qstrOp), iRows,
+                                qPrintable(qstrOurs), qPrintable(qstrBase), qPrintable(qstrRatio));
+                }
+                const QString qstrRatio = (ours.m_lRssKb > 0 && base.m_lRssKb > 0)
+                                              ? QString::number(double(ours.m_lRssKb) / base.m_lRssKb, 'f', 2)
+                                              : QString("-");
+                std::printf(
+                    "%-44s %8d %12s %14s %8s\n", qPrintable(qstrCase + ": peak RSS (MB)"), iRows,
+                    ours.m_lRssKb > 0 ? qPrintable(QString::number(ours.m_lRssKb / 1024.0, 'f', 1)) : "-",
+                    base.m_lRssKb > 0 ? qPrintable(QString::number(base.m_lRssKb / 1024.0, 'f', 1)) : "-",
+                    qPrintable(qstrRatio));
+                std::fflush(stdout);
+            }
+        }
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    QCommandLineOption optChild("child", "Run one case on one side.");
+    QCommandLineOption optSide("side", "ours or base.", "side", "ours");
+    QCommandLineOption optGroups("groups", "Groups of 32 channels; a comma list for the driver.", "list",
+                                 "1000,3125");
+    QCommandLineOption optButtons("buttons", "none, always or hover.", "type", "none");
+    QCommandLineOption optExpanded("expanded", "1: every group expanded before the rest.", "flag", "0");
+    QCommandLineOption optTimeout("timeout", "Seconds per child process (default 600).", "seconds", "600");
+    QCommandLineOption optOnly("only", "Run one side only: ours or base.", "side");
+    parser.addOptions({optChild, optSide, optGroups, optButtons, optExpanded, optTimeout, optOnly});
+    parser.process(app);
+
+    if (parser.isSet(optChild)) {
+        STRCT_Case stCase;
+        stCase.m_iGroups = parser.value(optGroups).toInt();
+        stCase.m_qstrButtons = parser.value(optButtons);
+        stCase.m_blExpanded = parser.value(optExpanded) == "1";
+        return RunChild(parser.value(optSide), stCase);
+    }
+    QList<int> qlstGroups;
+    for (const QString& qstrPart : parser.value(optGroups).split(',', Qt::SkipEmptyParts))
+        qlstGroups.append(qstrPart.toInt());
+    return RunDriver(qlstGroups, parser.value(optTimeout).toInt(), parser.value(optOnly));
+}
