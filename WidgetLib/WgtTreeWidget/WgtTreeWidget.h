@@ -28,6 +28,7 @@
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtDeviceTree.h"
 #include "CLS_WgtItemToolBar.h"
+#include "CLS_WgtTranslator.h"
 #include "CLS_WgtToolBtnStack.h"
 #include "CLS_WgtTreeWidget.h"
 #include "CLS_WgtTreeWidgetItem.h"
