@@ -214,7 +214,18 @@ void CLS_WgtTreeWidget::changeEvent(QEvent* _pEvent)
 
 bool CLS_WgtTreeWidget::eventFilter(QObject* _pWatched, QEvent* _pEvent)
 {
-    if (_pEvent->type() == QEvent::KeyPress) {
+    const bool blSearchWidget =
+        _pWatched == m_pUi->qlineedtQueryInput || _pWatched == m_pUi->qlistWgtQueryResult;
+    if (_pEvent->type() == QEvent::ShortcutOverride && blSearchWidget) {
+        // While a search is open, Escape clears it before any shortcut of the page sees the key.
+        auto* pKeyEvent = static_cast<QKeyEvent*>(_pEvent);
+        if (pKeyEvent->key() == Qt::Key_Escape && pKeyEvent->modifiers() == Qt::NoModifier &&
+            (!m_pUi->qlineedtQueryInput->text().isEmpty() || !m_pUi->qlistWgtQueryResult->isHidden())) {
+            pKeyEvent->accept();
+            return true;
+        }
+    }
+    if (_pEvent->type() == QEvent::KeyPress && blSearchWidget) {
         const auto* pKeyEvent = static_cast<QKeyEvent*>(_pEvent);
         if (pKeyEvent->modifiers() & ~Qt::KeypadModifier)
             return QWidget::eventFilter(_pWatched, _pEvent); // only bare keys are ours

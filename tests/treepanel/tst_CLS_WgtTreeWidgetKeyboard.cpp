@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QListWidget>
+#include <QShortcut>
 #include <QSignalSpy>
 #include <QToolButton>
 #include <QtTest>
@@ -83,6 +84,7 @@ private slots:
     void shouldClearSearchOnEscapeInLine();
     void shouldClearSearchOnEscapeInList();
     void shouldPassEscapeOnWithNoSearchOpen();
+    void shouldTakeEscapeBeforeWindowShortcutWhileSearching();
 
 private:
     // Given a shown, active panel with the camera tree and "camera" typed into its line.
@@ -249,6 +251,22 @@ void tst_CLS_WgtTreeWidgetKeyboard::shouldPassEscapeOnWithNoSearchOpen()
     QKeyEvent escapeClosed(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     QApplication::sendEvent(m_pPanel->Line(), &escapeClosed);
     QVERIFY2(!escapeClosed.isAccepted(), "Escape with no search open was taken");
+}
+
+// A page's Escape shortcut (say, closing its window) waits while a search is open, and works again
+// once there is none.
+void tst_CLS_WgtTreeWidgetKeyboard::shouldTakeEscapeBeforeWindowShortcutWhileSearching()
+{
+    QShortcut shortcut(QKeySequence(Qt::Key_Escape), m_pPanel);
+    QSignalSpy spyShortcut(&shortcut, &QShortcut::activated);
+    Search("camera");
+    QTest::keyClick(m_pPanel->Line(), Qt::Key_Escape);
+    QCOMPARE(spyShortcut.count(), 0);
+    QVERIFY(m_pPanel->Line()->text().isEmpty());
+    QVERIFY(m_pPanel->List()->isHidden());
+
+    QTest::keyClick(m_pPanel->Line(), Qt::Key_Escape);
+    QCOMPARE(spyShortcut.count(), 1);
 }
 
 QTEST_MAIN(tst_CLS_WgtTreeWidgetKeyboard)
