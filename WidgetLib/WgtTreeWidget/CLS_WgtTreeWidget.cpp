@@ -214,6 +214,8 @@ void CLS_WgtTreeWidget::changeEvent(QEvent* _pEvent)
 
 bool CLS_WgtTreeWidget::eventFilter(QObject* _pWatched, QEvent* _pEvent)
 {
+    if (m_pUi == nullptr) // being destroyed
+        return QWidget::eventFilter(_pWatched, _pEvent);
     const bool blSearchWidget =
         _pWatched == m_pUi->qlineedtQueryInput || _pWatched == m_pUi->qlistWgtQueryResult;
     if (_pEvent->type() == QEvent::ShortcutOverride && blSearchWidget) {
