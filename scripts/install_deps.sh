@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need. Runs as root (CI) or through sudo.
 set -euo pipefail
-# clang and its runtime libraries build the fuzz targets (libFuzzer); ccache keeps compiled objects
+# Linguist's tools (lrelease) compile the translations; clang and its runtime libraries build the fuzz targets (libFuzzer); ccache keeps compiled objects
 # for every later build on the machine.
-packages=(build-essential cmake qtbase5-dev qtbase5-dev-tools clang-format clang libclang-rt-14-dev ccache)
+packages=(build-essential cmake qtbase5-dev qtbase5-dev-tools qttools5-dev-tools clang-format clang libclang-rt-14-dev ccache)
 missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QColor>
+#include <QEvent>
 #include <QIcon>
 #include <QPainter>
 #include <QPen>
@@ -52,6 +53,32 @@ void CLS_WgtItemToolBar::Init(const QVector<CLS_ItemButton>& _qvecButtons, const
         qlstActions.append(pAction);
     }
     addActions(qlstActions);
+    TranslateAccessibleTexts();
+}
+
+void CLS_WgtItemToolBar::TranslateAccessibleTexts()
+{
+    const QList<QAction*> qlstActions = actions();
+    for (QAction* pAction : qlstActions) {
+        QWidget* pButton = widgetForAction(pAction);
+        if (pButton == nullptr)
+            continue;
+        // Named after the text, or the tool tip of a button that shows only an icon; a tool tip
+        // beside a text describes the button, else a general description does.
+        const QString qstrText = pAction->text();
+        const QString qstrTip = pAction->toolTip();
+        const bool blOwnTip = !pAction->data().value<CLS_ItemButton>().m_qstrTooltip.isEmpty();
+        pButton->setAccessibleName(!qstrText.isEmpty() ? qstrText : (blOwnTip ? qstrTip : QString()));
+        pButton->setAccessibleDescription(
+            !qstrText.isEmpty() && blOwnTip && qstrTip != qstrText ? qstrTip : tr("acc_item_btn_desc"));
+    }
+}
+
+void CLS_WgtItemToolBar::changeEvent(QEvent* _pEvent)
+{
+    if (_pEvent->type() == QEvent::LanguageChange)
+        TranslateAccessibleTexts();
+    QToolBar::changeEvent(_pEvent);
 }
 
 void CLS_WgtItemToolBar::SetLang(const QString& _qstrLang)

@@ -1,6 +1,7 @@
 #pragma once
 // The tool bar of one row: one QAction per CLS_ItemButton, reported with the row's id when
-// triggered, over a flat background in the skin's "<ArgRight_TreeBranch>" colour. GUI thread only.
+// triggered, over a flat background in the skin's "<ArgRight_TreeBranch>" colour. Each button is
+// named for assistive technology after its text or tool tip. GUI thread only.
 
 #include "TreeStructDefine.h"
 
@@ -9,6 +10,7 @@
 #include <QVector>
 
 class QAction;
+class QEvent;
 class QPaintEvent;
 
 class CLS_WgtItemToolBar : public QToolBar
@@ -32,8 +34,12 @@ signals:
 
 protected:
     void paintEvent(QPaintEvent* _pEvent) override;
+    // A language change translates the buttons' accessible descriptions again.
+    void changeEvent(QEvent* _pEvent) override;
 
 private:
+    void TranslateAccessibleTexts();
+
     QString m_qstrParentId; // id of the row the bar belongs to
     QString m_qstrBgColor;  // background colour name, fetched once at construction
 };

@@ -3,6 +3,7 @@
 #include "CLS_LineEdit.h"
 #include "CLS_ViewBasic.h"
 #include "CLS_WgtBaseTreeWidget.h"
+#include "CLS_WgtTranslator.h"
 #include "FunctionUtil.h"
 #include "I_AppSignals.h"
 #include "LxAppManager.h"
@@ -13,8 +14,10 @@
 #include <QCoreApplication>
 #include <QCursor>
 #include <QDir>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QIcon>
+#include <QKeyEvent>
 #include <QListWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -39,6 +42,8 @@ CLS_WgtTreeWidget::CLS_WgtTreeWidget(QWidget* parent, bool _blCheck, bool _blDra
                                      bool _blMenu, bool _blDrop, n_ItemBtnShowType _iBtnShowType)
     : QWidget(parent), m_pUi(new Ui_CLS_WgtTreeWidget), m_blShowSearch(_blSearch)
 {
+    // Once per process, before the first text of the form is translated.
+    CLS_WgtTranslator::Install();
     m_pUi->setupUi(this); // connects the on_ slots by name
     m_pBaseTree = new CLS_WgtBaseTreeWidget(this, _blCheck, _blDrag, _blDrop, _blMenu, _iBtnShowType);
     if (_blMenu)
@@ -46,6 +51,7 @@ CLS_WgtTreeWidget::CLS_WgtTreeWidget(QWidget* parent, bool _blCheck, bool _blDra
     LoadPicPath();
     InitView();
     ConnectSignals();
+    TranslateAccessibleTexts();
     LoadStyle();
 
     if (I_AppSignals* pAppSignals = AppSignals())
@@ -170,6 +176,125 @@ void CLS_WgtTreeWidget::ConnectSignals()
     connect(m_pUi->qlineedtQueryInput, &QLineEdit::returnPressed, this, &CLS_WgtTreeWidget::ExecuteSearch);
     connect(m_pBtnSearch, &QToolButton::clicked, this, &CLS_WgtTreeWidget::ExecuteSearch);
     connect(m_pBtnClear, &QToolButton::clicked, this, &CLS_WgtTreeWidget::ClearSearch);
+
+    m_pUi->qlineedtQueryInput->installEventFilter(this);
+    m_pUi->qlistWgtQueryResult->installEventFilter(this);
+}
+
+void CLS_WgtTreeWidget::TranslateAccessibleTexts()
+{
+    m_pUi->qlineedtQueryInput->setAccessibleName(tr("acc_search_input"));
+    m_pUi->qlineedtQueryInput->setAccessibleDescription(tr("acc_search_input_desc"));
+    m_pUi->qlistWgtQueryResult->setAccessibleName(tr("acc_search_result"));
+    m_pUi->qlistWgtQueryResult->setAccessibleDescription(tr("acc_search_result_desc"));
+    if (m_pBtnClear != nullptr) {
+        m_pBtnClear->setAccessibleName(tr("acc_btn_clear"));
+        m_pBtnClear->setAccessibleDescription(tr("acc_btn_clear_desc"));
+    }
+    if (m_pBtnSearch != nullptr) {
+        m_pBtnSearch->setAccessibleName(tr("acc_btn_search"));
+        m_pBtnSearch->setAccessibleDescription(tr("acc_btn_search_desc"));
+    }
+}
+
+void CLS_WgtTreeWidget::changeEvent(QEvent* _pEvent)
+{
+    if (_pEvent->type() == QEvent::LanguageChange) {
+        m_pUi->retranslateUi(this);
+        TranslateAccessibleTexts();
+        QListWidget* pList = m_pUi->qlistWgtQueryResult;
+        for (int i = 0; i < pList->count(); ++i) {
+            QListWidgetItem* pItem = pList->item(i);
+            if (!pItem->data(Qt::UserRole).isValid()) // the no-results entry
+                pItem->setText(tr("msg_no_results"));
+        }
+    }
+    QWidget::changeEvent(_pEvent);
+}
+
+bool CLS_WgtTreeWidget::eventFilter(QObject* _pWatched, QEvent* _pEvent)
+{
+    if (m_pUi == nullptr) // being destroyed
+        return QWidget::eventFilter(_pWatched, _pEvent);
+    const bool blSearchWidget =
+        _pWatched == m_pUi->qlineedtQueryInput || _pWatched == m_pUi->qlistWgtQueryResult;
+    if (_pEvent->type() == QEvent::ShortcutOverride && blSearchWidget) {
+        // While a search is open, Escape clears it before any shortcut of the page sees the key.
+        auto* pKeyEvent = static_cast<QKeyEvent*>(_pEvent);
+        if (pKeyEvent->key() == Qt::Key_Escape && pKeyEvent->modifiers() == Qt::NoModifier &&
+            (!m_pUi->qlineedtQueryInput->text().isEmpty() || !m_pUi->qlistWgtQueryResult->isHidden())) {
+            pKeyEvent->accept();
+            return true;
+        }
+    }
+    if (_pEvent->type() == QEvent::KeyPress && blSearchWidget) {
+        const auto* pKeyEvent = static_cast<QKeyEvent*>(_pEvent);
+        if (pKeyEvent->modifiers() & ~Qt::KeypadModifier)
+            return QWidget::eventFilter(_pWatched, _pEvent); // only bare keys are ours
+        if (_pWatched == m_pUi->qlineedtQueryInput && LineKeyPressed(pKeyEvent->key()))
+            return true;
+        if (_pWatched == m_pUi->qlistWgtQueryResult && ListKeyPressed(pKeyEvent->key()))
+            return true;
+    }
+    return QWidget::eventFilter(_pWatched, _pEvent);
+}
+
+bool CLS_WgtTreeWidget::LineKeyPressed(int _iKey)
+{
+    QListWidget* pList = m_pUi->qlistWgtQueryResult;
+    switch (_iKey) {
+    case Qt::Key_Down:
+        if (pList->isHidden() || pList->count() == 0)
+            return false;
+        pList->setFocus(Qt::TabFocusReason);
+        pList->setCurrentRow(0);
+        return true;
+    case Qt::Key_Escape: {
+        // Taken only when there was a search to clear; otherwise it goes on to the page (a dialog
+        // closes on it).
+        const bool blOpen = !m_pUi->qlineedtQueryInput->text().isEmpty() || !pList->isHidden();
+        ClearSearch();
+        return blOpen;
+    }
+    default:
+        return false;
+    }
+}
+
+bool CLS_WgtTreeWidget::ListKeyPressed(int _iKey)
+{
+    QListWidget* pList = m_pUi->qlistWgtQueryResult;
+    switch (_iKey) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (pList->currentItem() == nullptr)
+            return false;
+        ActivateResult(pList->currentItem());
+        return true;
+    case Qt::Key_Up:
+        if (pList->currentRow() > 0)
+            return false;
+        m_pUi->qlineedtQueryInput->setFocus(Qt::BacktabFocusReason);
+        return true;
+    case Qt::Key_Escape:
+        // The line first, so that hiding the list hands the focus nowhere else.
+        m_pUi->qlineedtQueryInput->setFocus(Qt::OtherFocusReason);
+        ClearSearch();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void CLS_WgtTreeWidget::ActivateResult(QListWidgetItem* _pItem)
+{
+    const bool blRow = _pItem->data(Qt::UserRole).isValid();
+    // The line takes the focus while the list closes: the tree, taking it with no current row,
+    // would make its first row current on its own.
+    m_pUi->qlineedtQueryInput->setFocus(Qt::OtherFocusReason);
+    on_qlistWgtQueryResult_itemDoubleClicked(_pItem);
+    if (blRow && m_pBaseTree != nullptr)
+        m_pBaseTree->setFocus(Qt::OtherFocusReason);
 }
 
 int CLS_WgtTreeWidget::LoadStyle()

@@ -1,7 +1,8 @@
 #pragma once
 // The tree panel: a search line, a result list shown while a search is open, and one
 // CLS_WgtBaseTreeWidget below them. Repeats the base tree's signals, forwards its operations, and
-// shows the optional context menu of the "WgtMenu" library. GUI thread only.
+// shows the optional context menu of the "WgtMenu" library. The first panel installs the library's
+// translator (CLS_WgtTranslator). GUI thread only.
 
 #include "TreeStructDefine.h"
 
@@ -13,6 +14,7 @@
 
 class CLS_ViewBasic;
 class CLS_WgtBaseTreeWidget;
+class QEvent;
 class QListWidgetItem;
 class QToolButton;
 class QTreeWidgetItem;
@@ -95,6 +97,11 @@ private slots:
     void on_qlistWgtQueryResult_itemDoubleClicked(QListWidgetItem* _pItem);
 
 protected:
+    // Keyboard of the search: Down, Up, Return, Enter and Escape in the line and the result list.
+    bool eventFilter(QObject* _pWatched, QEvent* _pEvent) override;
+    // A language change translates the form, the accessible texts and a no-results entry again.
+    void changeEvent(QEvent* _pEvent) override;
+
     void LoadPicPath();
     void InitView();
     void ConnectSignals();
@@ -110,4 +117,10 @@ protected:
 
 private:
     void CreateMenu();
+    // Names and descriptions of the search widgets for assistive technology, in the current language.
+    void TranslateAccessibleTexts();
+    bool LineKeyPressed(int _iKey);
+    bool ListKeyPressed(int _iKey);
+    // Return or Enter on a result: what a double click does; the focus follows to the tree.
+    void ActivateResult(QListWidgetItem* _pItem);
 };

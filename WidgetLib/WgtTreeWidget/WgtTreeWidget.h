@@ -30,6 +30,7 @@
 #include "CLS_WgtDeviceTree.h"
 #include "CLS_WgtItemToolBar.h"
 #include "CLS_WgtToolBtnStack.h"
+#include "CLS_WgtTranslator.h"
 #include "CLS_WgtTreeWidget.h"
 #include "CLS_WgtTreeWidgetItem.h"
 #include "Ui_CLS_WgtTreeWidget.h"

@@ -13,7 +13,9 @@
 #include <QDateTime>
 #include <QFont>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QScreen>
@@ -223,6 +225,29 @@ void CLS_DemoWindow::WatchScreenScale()
         return;
     connect(pWindow, &QWindow::screenChanged, this, &CLS_DemoWindow::SlotScreenChanged, Qt::UniqueConnection);
     SlotScreenChanged(pWindow->screen());
+}
+
+int CLS_DemoWindow::TypeSearch(const QString& _qstrText, QStringList& _qlstEntries)
+{
+    // Like PrepareForPicture, the demo reaches below the device tree here, for the picture only.
+    auto* pLine = m_pResourceTree->findChild<QLineEdit*>("qlineedtQueryInput");
+    auto* pList = m_pResourceTree->findChild<QListWidget*>("qlistWgtQueryResult");
+    if (pLine == nullptr || pList == nullptr || pLine->isHidden())
+        return -1;
+    pLine->setFocus(Qt::MouseFocusReason);
+    for (const QChar qchKey : _qstrText) {
+        QKeyEvent clsPress(QEvent::KeyPress, 0, Qt::NoModifier, QString(qchKey));
+        QApplication::sendEvent(pLine, &clsPress);
+        QKeyEvent clsRelease(QEvent::KeyRelease, 0, Qt::NoModifier, QString(qchKey));
+        QApplication::sendEvent(pLine, &clsRelease);
+    }
+    int iResults = 0;
+    for (int i = 0; i < pList->count(); ++i) {
+        _qlstEntries << pList->item(i)->text();
+        if (pList->item(i)->data(Qt::UserRole).isValid())
+            ++iResults;
+    }
+    return iResults;
 }
 
 void CLS_DemoWindow::PrepareForPicture()

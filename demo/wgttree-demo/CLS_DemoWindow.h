@@ -55,6 +55,11 @@ public:
     // of the custom tree, for a picture. The check batch reaches the log 200 ms later.
     void PrepareForPicture();
 
+    // Types _qstrText into the resource tree's search line, key by key, as a user would. Gives the
+    // texts of the result list then shown (the no-results entry too) in _qlstEntries and the number
+    // of results (the no-results entry counts as none), -1 without a search line.
+    int TypeSearch(const QString& _qstrText, QStringList& _qlstEntries);
+
     STRCT_DemoTreeCounts CountResourceTree() const;
     STRCT_DemoTreeCounts CountCustomTree() const;
     STRCT_DemoTreeCounts CountFavoriteTree() const;

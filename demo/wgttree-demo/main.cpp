@@ -6,6 +6,7 @@
 
 #include "CLS_DemoSiblings.h"
 #include "CLS_DemoWindow.h"
+#include "CLS_WgtTranslator.h"
 #include "Param.h"
 
 #include <QApplication>
@@ -112,8 +113,12 @@ int main(int argc, char* argv[])
     const QCommandLineOption optSeed("seed", "Seed of the simulator (1).", "N", "1");
     const QCommandLineOption optRefresh(
         "refresh-ms", "Ask for a full status report every N ms (1000; 0: never).", "N", "1000");
+    const QCommandLineOption optSearch(
+        "search", "Type TEXT into the resource tree's search line before the picture.", "TEXT");
+    const QCommandLineOption optLanguage(
+        "language", "Language of the trees' texts, e.g. de or zh_CN (default: the locale's).", "NAME");
     parser.addOptions({optInstallation, optChannels, optPerHost, optScreenshot, optSeconds, optSkin, optRate,
-                       optSeed, optRefresh});
+                       optSeed, optRefresh, optSearch, optLanguage});
     parser.process(app);
 
     bool blOk = true;
@@ -192,6 +197,15 @@ int main(int argc, char* argv[])
     PrintLine(QString("items: %1").arg(iItems));
     PrintLine("skin: " + qstrSkin);
 
+    // The page's own choice of language for the library's texts, made before the first tree.
+    if (parser.isSet(optLanguage)) {
+        const QString qstrLanguage = parser.value(optLanguage);
+        if (CLS_WgtTranslator::SetLanguage(QLocale(qstrLanguage)) != 0)
+            PrintLine(QString("language: no translation for \"%1\", English").arg(qstrLanguage));
+        else
+            PrintLine("language: " + CLS_WgtTranslator::Instance()->Language());
+    }
+
     CLS_DemoWindow wgtWindow(&clsSiblings);
     if (wgtWindow.InitTrees() != 0) {
         PrintError("the installation gives no resource tree");
@@ -207,6 +221,11 @@ int main(int argc, char* argv[])
     wgtWindow.SetStatusRefresh(iRefresh);
 
     if (!blScreenshot) {
+        if (parser.isSet(optSearch))
+            QTimer::singleShot(0, &wgtWindow, [&]() {
+                QStringList qlstEntries;
+                wgtWindow.TypeSearch(parser.value(optSearch), qlstEntries);
+            });
         const int iRet = app.exec();
         clsSiblings.m_pFunStopSimulation();
         return iRet;
@@ -219,6 +238,13 @@ int main(int argc, char* argv[])
         clsSiblings.m_pFunStopSimulation();
         wgtWindow.SetStatusRefresh(0);
         wgtWindow.PrepareForPicture();
+        if (parser.isSet(optSearch)) {
+            QStringList qlstEntries;
+            const int iResults = wgtWindow.TypeSearch(parser.value(optSearch), qlstEntries);
+            PrintLine("search: " + parser.value(optSearch));
+            PrintLine(QString("search results: %1").arg(iResults));
+            PrintLine("search list: " + qlstEntries.join(", "));
+        }
         // Time for the layout, the hover row and the custom tree's check batch (200 ms), then the picture.
         QTimer::singleShot(600, &wgtWindow, [&]() {
             const QPixmap qpixShot = wgtWindow.grab();

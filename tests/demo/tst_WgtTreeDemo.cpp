@@ -113,6 +113,8 @@ private slots:
     void shouldFailWithMessageOnBadInstallation();
     void shouldFailWhenPictureCannotBeWritten();
     void shouldKeepChosenSkinForLaterRuns();
+    void shouldTypeSearchIntoResourceTree_data();
+    void shouldTypeSearchIntoResourceTree();
 };
 
 void tst_WgtTreeDemo::shouldShowSampleWithLiveStatesAndWriteItsPicture()
@@ -243,6 +245,41 @@ void tst_WgtTreeDemo::shouldKeepChosenSkinForLaterRuns()
     QCOMPARE(clsFirst.m_qmapSummary.value("skin"), QString("light"));
     QVERIFY2(clsSecond.m_iExitCode == 0 && !HasSanitizerReport(clsSecond), Printed(clsSecond));
     QCOMPARE(clsSecond.m_qmapSummary.value("skin"), QString("light"));
+}
+
+void tst_WgtTreeDemo::shouldTypeSearchIntoResourceTree_data()
+{
+    QTest::addColumn<QStringList>("qlstLanguage");
+    QTest::addColumn<QString>("qstrText");
+    QTest::addColumn<int>("iResults");
+    QTest::addColumn<QString>("qstrList");
+    QTest::newRow("English, seven results")
+        << QStringList({"--language", "en"}) << "North 01-1" << 7
+        << "North 01-10, North 01-11, North 01-12, North 01-13, North 01-14, North 01-15, North 01-16";
+    QTest::newRow("German, no results")
+        << QStringList({"--language", "de"}) << "Garage" << 0 << "Keine Treffer";
+}
+
+void tst_WgtTreeDemo::shouldTypeSearchIntoResourceTree()
+{
+    QFETCH(QStringList, qlstLanguage);
+    QFETCH(QString, qstrText);
+    QFETCH(int, iResults);
+    QFETCH(QString, qstrList);
+    QTemporaryDir qdirTmp;
+    QVERIFY(qdirTmp.isValid());
+
+    const STRCT_DemoRun clsRun =
+        RunDemo(qlstLanguage + QStringList({"--search", qstrText, "--screenshot",
+                                            qdirTmp.filePath("search.png"), "--seconds", "1"}));
+
+    QVERIFY2(clsRun.m_blFinished, Printed(clsRun));
+    QVERIFY2(!HasSanitizerReport(clsRun), Printed(clsRun));
+    QVERIFY2(clsRun.m_iExitCode == 0, Printed(clsRun));
+    QVERIFY2(clsRun.m_qmapSummary.value("language") == qlstLanguage.last(), Printed(clsRun));
+    QVERIFY2(clsRun.m_qmapSummary.value("search") == qstrText, Printed(clsRun));
+    QVERIFY2(SummaryInt(clsRun, "search results") == iResults, Printed(clsRun));
+    QVERIFY2(clsRun.m_qmapSummary.value("search list") == qstrList, Printed(clsRun));
 }
 
 QTEST_GUILESS_MAIN(tst_WgtTreeDemo)

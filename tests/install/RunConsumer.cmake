@@ -20,6 +20,13 @@ foreach(header WgtTreeWidget.h CLS_WgtBaseTreeWidget.h CLS_WgtTreeWidgetItem.h T
     endif()
 endforeach()
 
+# The compiled translations lie beside the library.
+foreach(language en de zh_CN)
+    if(NOT EXISTS ${prefix}/${WGT_INSTALL_LIBDIR}/WgtTreeWidget/translations/wgttreewidget_${language}.qm)
+        message(FATAL_ERROR "installed translation missing: ${WGT_INSTALL_LIBDIR}/WgtTreeWidget/translations/wgttreewidget_${language}.qm")
+    endif()
+endforeach()
+
 # The umbrella header brings in every other installed header.
 file(READ ${prefix}/include/WgtTreeWidget/WgtTreeWidget.h umbrella)
 file(GLOB installed RELATIVE ${prefix}/include/WgtTreeWidget ${prefix}/include/WgtTreeWidget/*.h)

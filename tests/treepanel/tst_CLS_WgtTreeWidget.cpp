@@ -4,6 +4,7 @@
 #include "CLS_LineEdit.h"
 #include "CLS_TreeSnapshot.h"
 #include "CLS_WgtBaseTreeWidget.h"
+#include "CLS_WgtTranslator.h"
 #include "CLS_WgtTreeWidget.h"
 #include "Ui_CLS_WgtTreeWidget.h"
 
@@ -80,6 +81,7 @@ class tst_CLS_WgtTreeWidget : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void cleanup();
 
     // form
@@ -127,6 +129,12 @@ private slots:
     void shouldIgnoreShowMenuWithoutMenu();
 };
 
+void tst_CLS_WgtTreeWidget::initTestCase()
+{
+    // The library's English texts, whatever the machine's locale.
+    QCOMPARE(CLS_WgtTranslator::SetLanguage(QLocale(QLocale::English, QLocale::UnitedStates)), 0);
+}
+
 void tst_CLS_WgtTreeWidget::cleanup()
 {
     QVERIFY2(QApplication::topLevelWidgets().isEmpty(), "a test leaked a top-level widget");
@@ -137,7 +145,7 @@ void tst_CLS_WgtTreeWidget::shouldBuildFormWithNamesAndSizes()
     CLS_TestPanel panel(nullptr, false, false, true, false, false, ITEM_BTN_SHOW_ALWAYS);
     QCOMPARE(panel.objectName(), QString("CLS_WgtTreeWidget"));
     QCOMPARE(panel.size(), QSize(384, 610));
-    QCOMPARE(panel.windowTitle(), QString("Form"));
+    QCOMPARE(panel.windowTitle(), QString("Resource tree")); // "Form", translated
 
     auto* pOuter = panel.findChild<QVBoxLayout*>("verticalLayout");
     QVERIFY(pOuter != nullptr);
@@ -350,7 +358,7 @@ void tst_CLS_WgtTreeWidget::shouldShowNoResultsEntry()
     QCOMPARE(panel.Init("root", CameraTree(3), true), 0);
     panel.Line()->setText("zebra");
     QCOMPARE(panel.List()->count(), 1);
-    QCOMPARE(panel.List()->item(0)->text(), QString("msg_no_results"));
+    QCOMPARE(panel.List()->item(0)->text(), QString("No results"));
     QVERIFY(!panel.List()->item(0)->data(Qt::UserRole).isValid());
     QCOMPARE(panel.List()->maximumHeight(), 41);
     QVERIFY(!panel.List()->isHidden());
@@ -362,7 +370,7 @@ void tst_CLS_WgtTreeWidget::shouldShowNoResultsWithoutRootRow()
     QCOMPARE(panel.Init("root", CameraTree(3), false), 0);
     panel.Line()->setText("camera");
     QCOMPARE(panel.List()->count(), 1);
-    QCOMPARE(panel.List()->item(0)->text(), QString("msg_no_results"));
+    QCOMPARE(panel.List()->item(0)->text(), QString("No results"));
 }
 
 void tst_CLS_WgtTreeWidget::shouldIgnoreSearchButtonWithEmptyLine()

@@ -1,0 +1,97 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN">
+<context>
+    <name>CLS_WgtTreeWidget</name>
+    <message>
+        <source>Form</source>
+        <translation>资源树</translation>
+    </message>
+    <message>
+        <source>msg_no_results</source>
+        <translation>无结果</translation>
+    </message>
+    <message>
+        <source>acc_search_input</source>
+        <translation>搜索</translation>
+    </message>
+    <message>
+        <source>acc_search_input_desc</source>
+        <translation>输入名称的一部分以查找树中的行。向下键转到结果，Esc 键清除搜索。</translation>
+    </message>
+    <message>
+        <source>acc_search_result</source>
+        <translation>搜索结果</translation>
+    </message>
+    <message>
+        <source>acc_search_result_desc</source>
+        <translation>名称与搜索匹配的行。回车键转到该行，在第一个结果上按向上键返回搜索框，Esc 键清除搜索。</translation>
+    </message>
+    <message>
+        <source>acc_btn_clear</source>
+        <translation>清除搜索</translation>
+    </message>
+    <message>
+        <source>acc_btn_clear_desc</source>
+        <translation>清空搜索框并关闭结果。</translation>
+    </message>
+    <message>
+        <source>acc_btn_search</source>
+        <translation>开始搜索</translation>
+    </message>
+    <message>
+        <source>acc_btn_search_desc</source>
+        <translation>在树中搜索搜索框里的文本。</translation>
+    </message>
+</context>
+<context>
+    <name>CLS_WgtItemToolBar</name>
+    <message>
+        <source>acc_item_btn_desc</source>
+        <translation>作用于此按钮所在的行。</translation>
+    </message>
+</context>
+<context>
+    <name>QObject</name>
+    <message>
+        <source>lbl_car_calor_white</source>
+        <translation>白色</translation>
+    </message>
+    <message>
+        <source>lbl_car_calor_red</source>
+        <translation>红色</translation>
+    </message>
+    <message>
+        <source>lbl_car_calor_yellow</source>
+        <translation>黄色</translation>
+    </message>
+    <message>
+        <source>lbl_car_calor_blue</source>
+        <translation>蓝色</translation>
+    </message>
+    <message>
+        <source>lbl_car_calor_green</source>
+        <translation>绿色</translation>
+    </message>
+    <message>
+        <source>lbl_car_calor_purple</source>
+        <translation>紫色</translation>
+    </message>
+    <message>
+        <source>lbl_car_calor_black</source>
+        <translation>黑色</translation>
+    </message>
+    <message>
+        <source>lbl_car_calor_grey</source>
+        <translation>灰色</translation>
+    </message>
+    <message>
+        <source>lbl_car_calor_cyan</source>
+        <translation>青色</translation>
+    </message>
+    <message>
+        <source>lbl_car_calor_brown</source>
+        <translation>棕色</translation>
+    </message>
+</context>
+</TS>
