@@ -775,9 +775,9 @@ void CLS_WgtBaseTreeWidget::mouseReleaseEvent(QMouseEvent* _pEvent)
 
 namespace {
 // The column-1 stack of a row, if it has two pages (blank and tool bar).
-QStackedWidget* TwoPageStack(QTreeWidget* _pTree, QTreeWidgetItem* _pNode)
+QStackedWidget* TwoPageStack(CLS_WgtBaseTreeWidget* _pTree, QTreeWidgetItem* _pNode)
 {
-    auto* pStack = qobject_cast<QStackedWidget*>(_pTree->itemWidget(_pNode, 1));
+    auto* pStack = qobject_cast<QStackedWidget*>(_pTree->GetItemButtons(_pNode));
     return (pStack != nullptr && pStack->count() > 1) ? pStack : nullptr;
 }
 } // namespace
@@ -1118,13 +1118,13 @@ void CLS_WgtBaseTreeWidget::MountItemButtons(QTreeWidgetItem* _pNode, const QStr
     viewport()->update(); // a row that is already in view gets its bar with the next paint
 }
 
-void CLS_WgtBaseTreeWidget::SetItemButtons(QTreeWidgetItem* _pNode, const QString& _qstrId,
-                                           const QVector<CLS_ItemButton>& _qvecButtons, bool _blFixedGeometry,
-                                           const QVector<bool>* _pChecked)
+QStackedWidget* CLS_WgtBaseTreeWidget::MakeItemButtons(const QString& _qstrId,
+                                                       const QVector<CLS_ItemButton>& _qvecButtons,
+                                                       bool _blFixedGeometry, const QVector<bool>* _pChecked)
 {
     CLS_WgtItemToolBar* pToolBar = CreateItemButtons(_qstrId, _qvecButtons);
     if (pToolBar == nullptr)
-        return;
+        return nullptr;
     if (_pChecked != nullptr) {
         // A bar made again: the buttons keep the state the user left them in.
         const QList<QAction*> qlstActions = pToolBar->actions();
@@ -1137,8 +1137,41 @@ void CLS_WgtBaseTreeWidget::SetItemButtons(QTreeWidgetItem* _pNode, const QStrin
     pStack->addWidget(pToolBar);
     if (_blFixedGeometry)
         pStack->setGeometry(0, 0, 50, 30);
-    setItemWidget(_pNode, 1, pStack); // the view owns the stack from here
-    pStack->setCurrentIndex(0);
+    return pStack;
+}
+
+void CLS_WgtBaseTreeWidget::SetItemButtons(QTreeWidgetItem* _pNode, const QString& _qstrId,
+                                           const QVector<CLS_ItemButton>& _qvecButtons, bool _blFixedGeometry,
+                                           const QVector<bool>* _pChecked)
+{
+    if (QStackedWidget* pStack = MakeItemButtons(_qstrId, _qvecButtons, _blFixedGeometry, _pChecked)) {
+        setItemWidget(_pNode, 1, pStack); // the view owns the stack from here
+        pStack->setCurrentIndex(0);
+    }
+}
+
+QWidget* CLS_WgtBaseTreeWidget::GetItemButtons(QTreeWidgetItem* _pNode) const
+{
+    if (_pNode == nullptr)
+        return nullptr;
+    auto it = m_qhashDemandBars.constFind(_pNode);
+    if (it != m_qhashDemandBars.cend())
+        return it.value().m_pStack;
+    return itemWidget(_pNode, 1);
+}
+
+bool CLS_WgtBaseTreeWidget::PlaceDemandBar(QTreeWidgetItem* _pNode, QWidget* _pStack)
+{
+    // Where the view would put an index widget of column 1. The bar is a child of the viewport
+    // placed by the tree itself: an index widget would make the view lay out every row again.
+    const QRect rect = visualRect(indexFromItem(_pNode, 1));
+    if (!rect.isValid() || _pNode->isHidden())
+        return false;
+    if (_pStack->geometry() != rect)
+        _pStack->setGeometry(rect);
+    if (_pStack->isHidden())
+        _pStack->show();
+    return true;
 }
 
 void CLS_WgtBaseTreeWidget::MountPendingBar(QTreeWidgetItem* _pNode)
@@ -1151,9 +1184,30 @@ void CLS_WgtBaseTreeWidget::MountPendingBar(QTreeWidgetItem* _pNode)
     stDemand.m_uSeen = m_uPaintStamp;
     m_qhashPendingBars.erase(it);
     const STRCT_PendingBar& stBar = stDemand.m_stBar;
-    SetItemButtons(_pNode, stBar.m_qstrId, stBar.m_qvecButtons, stBar.m_blFixedGeometry,
-                   stBar.m_qvecChecked.isEmpty() ? nullptr : &stBar.m_qvecChecked);
+    QStackedWidget* pStack = MakeItemButtons(stBar.m_qstrId, stBar.m_qvecButtons, stBar.m_blFixedGeometry,
+                                             stBar.m_qvecChecked.isEmpty() ? nullptr : &stBar.m_qvecChecked);
+    if (pStack == nullptr)
+        return;
+    pStack->setParent(viewport()); // hidden until placed
+    pStack->setCurrentIndex(0);
+    stDemand.m_pStack = pStack;
     m_qhashDemandBars.insert(_pNode, stDemand);
+    PlaceDemandBar(_pNode, pStack);
+}
+
+void CLS_WgtBaseTreeWidget::DropDemandWidget(STRCT_DemandBar& _stDemand)
+{
+    if (_stDemand.m_pStack == nullptr)
+        return;
+    if (auto* pToolBar = _stDemand.m_pStack->findChild<CLS_WgtItemToolBar*>()) {
+        _stDemand.m_stBar.m_qvecChecked.clear();
+        const QList<QAction*> qlstActions = pToolBar->actions();
+        for (QAction* pAction : qlstActions)
+            _stDemand.m_stBar.m_qvecChecked.append(pAction->isChecked());
+    }
+    _stDemand.m_pStack->hide();
+    _stDemand.m_pStack->deleteLater();
+    _stDemand.m_pStack = nullptr;
 }
 
 void CLS_WgtBaseTreeWidget::ReleaseDemandBar(QTreeWidgetItem* _pNode)
@@ -1161,23 +1215,10 @@ void CLS_WgtBaseTreeWidget::ReleaseDemandBar(QTreeWidgetItem* _pNode)
     auto it = m_qhashDemandBars.find(_pNode);
     if (it == m_qhashDemandBars.end())
         return;
-    STRCT_PendingBar stBar = it.value().m_stBar;
+    STRCT_DemandBar stDemand = it.value();
     m_qhashDemandBars.erase(it);
-    QPointer<QWidget> pWidget = itemWidget(_pNode, 1);
-    if (pWidget != nullptr) {
-        if (auto* pToolBar = pWidget->findChild<CLS_WgtItemToolBar*>()) {
-            stBar.m_qvecChecked.clear();
-            const QList<QAction*> qlstActions = pToolBar->actions();
-            for (QAction* pAction : qlstActions)
-                stBar.m_qvecChecked.append(pAction->isChecked());
-        }
-        removeItemWidget(_pNode, 1);
-        if (pWidget != nullptr) {
-            pWidget->hide();
-            pWidget->deleteLater();
-        }
-    }
-    m_qhashPendingBars.insert(_pNode, stBar);
+    DropDemandWidget(stDemand);
+    m_qhashPendingBars.insert(_pNode, stDemand.m_stBar);
 }
 
 QWidget* CLS_WgtBaseTreeWidget::EnsureItemButtons(QTreeWidgetItem* _pNode)
@@ -1185,11 +1226,10 @@ QWidget* CLS_WgtBaseTreeWidget::EnsureItemButtons(QTreeWidgetItem* _pNode)
     if (_pNode == nullptr)
         return nullptr;
     if (m_qhashPendingBars.contains(_pNode)) {
-        CLS_TreeRowBatch batch(this);
         const CLS_RowIconCache iconBatch;
         MountPendingBar(_pNode);
     }
-    return itemWidget(_pNode, 1);
+    return GetItemButtons(_pNode);
 }
 
 void CLS_WgtBaseTreeWidget::MountVisibleToolBars()
@@ -1198,13 +1238,13 @@ void CLS_WgtBaseTreeWidget::MountVisibleToolBars()
         return;
     m_blMounting = true;
     ++m_uPaintStamp;
+    const CLS_RowIconCache iconBatch; // the button pictures, read once for all new bars
 
-    // The rows laid out inside the viewport, top to bottom.
+    // The rows laid out inside the viewport, top to bottom: each gets its bar, in its place.
     const int iBottom = viewport()->height();
     QModelIndex index = indexAt(QPoint(1, 1));
     if (!index.isValid() && header() != nullptr)
         index = indexAt(QPoint(header()->sectionViewportPosition(0) + 1, 1));
-    QVector<QTreeWidgetItem*> qvecMount;
     int iVisible = 0;
     for (; index.isValid(); index = indexBelow(index)) {
         if (visualRect(index).top() >= iBottom)
@@ -1212,32 +1252,30 @@ void CLS_WgtBaseTreeWidget::MountVisibleToolBars()
         ++iVisible;
         QTreeWidgetItem* pNode = itemFromIndex(index.sibling(index.row(), 0));
         if (m_qhashPendingBars.contains(pNode)) {
-            qvecMount.append(pNode);
+            MountPendingBar(pNode);
             continue;
         }
         auto it = m_qhashDemandBars.find(pNode);
-        if (it != m_qhashDemandBars.end())
+        if (it != m_qhashDemandBars.end() && it.value().m_pStack != nullptr) {
             it.value().m_uSeen = m_uPaintStamp;
-    }
-
-    // Bars out of view are given back once there are several screens of them: every scroll step
-    // places every index widget of the view again, and each bar holds a few widgets.
-    const int iKeep = qMax(256, 4 * iVisible);
-    if (!qvecMount.isEmpty() || m_qhashDemandBars.size() > iKeep) {
-        CLS_TreeRowBatch batch(this);
-        const CLS_RowIconCache iconBatch; // the button pictures, read once for all new bars
-        for (QTreeWidgetItem* pNode : qAsConst(qvecMount))
-            MountPendingBar(pNode);
-        if (m_qhashDemandBars.size() > iKeep) {
-            QVector<QTreeWidgetItem*> qvecRelease;
-            for (auto it = m_qhashDemandBars.cbegin(); it != m_qhashDemandBars.cend(); ++it) {
-                if (it.value().m_uSeen != m_uPaintStamp && it.key() != m_pHoverNode)
-                    qvecRelease.append(it.key());
-            }
-            for (QTreeWidgetItem* pNode : qAsConst(qvecRelease))
-                ReleaseDemandBar(pNode);
+            PlaceDemandBar(pNode, it.value().m_pStack);
         }
     }
+
+    // Bars of rows out of view are hidden; once there are several screens of them, they are given
+    // back (each holds a few widgets).
+    const int iKeep = qMax(256, 4 * iVisible);
+    QVector<QTreeWidgetItem*> qvecRelease;
+    for (auto it = m_qhashDemandBars.begin(); it != m_qhashDemandBars.end(); ++it) {
+        if (it.value().m_uSeen == m_uPaintStamp)
+            continue;
+        if (it.value().m_pStack != nullptr && !it.value().m_pStack->isHidden())
+            it.value().m_pStack->hide();
+        if (m_qhashDemandBars.size() > iKeep && it.key() != m_pHoverNode)
+            qvecRelease.append(it.key());
+    }
+    for (QTreeWidgetItem* pNode : qAsConst(qvecRelease))
+        ReleaseDemandBar(pNode);
     m_blMounting = false;
 }
 
@@ -1259,7 +1297,11 @@ void CLS_WgtBaseTreeWidget::ForgetRemovedRows(const QModelIndex& _parent, int _i
         if (!m_qsetButtonRows.remove(pNode))
             continue;
         m_qhashPendingBars.remove(pNode);
-        m_qhashDemandBars.remove(pNode);
+        auto it = m_qhashDemandBars.find(pNode);
+        if (it != m_qhashDemandBars.end()) {
+            DropDemandWidget(it.value());
+            m_qhashDemandBars.erase(it);
+        }
     }
 }
 
@@ -1267,5 +1309,7 @@ void CLS_WgtBaseTreeWidget::ForgetAllRows()
 {
     m_qsetButtonRows.clear();
     m_qhashPendingBars.clear();
+    for (STRCT_DemandBar& stDemand : m_qhashDemandBars)
+        DropDemandWidget(stDemand);
     m_qhashDemandBars.clear();
 }

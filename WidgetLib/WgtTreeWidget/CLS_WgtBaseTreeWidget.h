@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QHeaderView>
 #include <QMap>
+#include <QPointer>
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -18,6 +19,7 @@
 
 class CLS_WgtItemToolBar;
 class QPushButton;
+class QStackedWidget;
 
 class CLS_WgtBaseTreeWidget : public QTreeWidget
 {
@@ -84,8 +86,13 @@ public:
     static constexpr int CONST_iEagerToolBarRows = 2000;
     void SetToolBarMountType(n_ToolBarMountType _iType);
     n_ToolBarMountType GetToolBarMountType() const { return m_iToolBarMountType; }
-    // The column-1 widget of a row, made now if its bar is still to come; null for a row without one.
+    // The stack of a row's bar, made now if it is still to come; null for a row without one. A bar
+    // made at build time is itemWidget(row, 1); a bar made on demand is a child of the viewport
+    // that the tree places over column 1 of its row itself (an index widget would make the view
+    // lay out every row again for each new bar).
     QWidget* EnsureItemButtons(QTreeWidgetItem* _pNode);
+    // The same without making anything: null while the bar is still to come.
+    QWidget* GetItemButtons(QTreeWidgetItem* _pNode) const;
     // Rows whose bar is still to come (for tests and benchmarks).
     int PendingToolBarCount() const { return m_qhashPendingBars.size(); }
 
@@ -224,7 +231,12 @@ private:
     {
         STRCT_PendingBar m_stBar;
         quint64 m_uSeen = 0;
+        QPointer<QStackedWidget> m_pStack; // a child of the viewport
     };
+    QStackedWidget* MakeItemButtons(const QString& _qstrId, const QVector<CLS_ItemButton>& _qvecButtons,
+                                    bool _blFixedGeometry, const QVector<bool>* _pChecked);
+    bool PlaceDemandBar(QTreeWidgetItem* _pNode, QWidget* _pStack);
+    void DropDemandWidget(STRCT_DemandBar& _stDemand);
     QHash<QTreeWidgetItem*, STRCT_DemandBar> m_qhashDemandBars;
     quint64 m_uPaintStamp = 0;
     QObject* m_pPaintWatch = nullptr; // the viewport's filter that calls MountVisibleToolBars

@@ -37,7 +37,7 @@ int WidgetCount(CLS_TestBaseTree& _tree)
 {
     int iCount = 0;
     for (auto it = _tree.m_qmapNodes.cbegin(); it != _tree.m_qmapNodes.cend(); ++it) {
-        if (_tree.itemWidget(it.value(), 1) != nullptr)
+        if (_tree.GetItemButtons(it.value()) != nullptr)
             ++iCount;
     }
     return iCount;
@@ -51,9 +51,15 @@ void Paint(CLS_TestBaseTree& _tree)
     QCoreApplication::processEvents();
 }
 
+// The stack of a row's bar, made at build time or on demand; null while it is still to come.
+QStackedWidget* BarStack(CLS_TestBaseTree& _tree, const QString& _qstrId)
+{
+    return qobject_cast<QStackedWidget*>(_tree.GetItemButtons(_tree.GetNodeById(_qstrId)));
+}
+
 CLS_WgtItemToolBar* BarOf(CLS_TestBaseTree& _tree, const QString& _qstrId)
 {
-    QStackedWidget* pStack = StackOf(_tree, _qstrId);
+    QStackedWidget* pStack = BarStack(_tree, _qstrId);
     return pStack != nullptr ? pStack->findChild<CLS_WgtItemToolBar*>() : nullptr;
 }
 
@@ -93,13 +99,14 @@ void tst_OnDemandToolBars::shouldLeaveBarsOfABiggerTreeForLater()
     QCOMPARE(tree.Init("root", Groups(2001, 1), true), 0); // 2,001 rows with buttons
     QCOMPARE(tree.PendingToolBarCount(), 2001);
     QCOMPARE(WidgetCount(tree), 0);
-    QVERIFY(tree.itemWidget(tree.GetNodeById("g2000-0"), 1) == nullptr);
+    QVERIFY(tree.GetItemButtons(tree.GetNodeById("g2000-0")) == nullptr);
 
     // Asked for by the library's own call: made now, as a build would have made it.
     QWidget* pWidget = tree.EnsureItemButtons(tree.GetNodeById("g2000-0"));
     auto* pStack = qobject_cast<CLS_WgtToolBtnStack*>(pWidget);
     QVERIFY(pStack != nullptr);
-    QCOMPARE(pStack, tree.itemWidget(tree.GetNodeById("g2000-0"), 1));
+    QCOMPARE(pStack, tree.GetItemButtons(tree.GetNodeById("g2000-0")));
+    QVERIFY(tree.itemWidget(tree.GetNodeById("g2000-0"), 1) == nullptr); // placed by the tree itself
     QCOMPARE(pStack->count(), 1);
     QCOMPARE(tree.PendingToolBarCount(), 2000);
     QVERIFY(tree.EnsureItemButtons(tree.GetNodeById("g0")) == nullptr); // a group has no buttons
@@ -109,7 +116,7 @@ void tst_OnDemandToolBars::shouldLeaveBarsOfABiggerTreeForLater()
     CLS_TreeItem clsNew = MakeItem("new", "g0", 9);
     clsNew.m_qvecButtons = {MakeButton("b")};
     QCOMPARE(tree.AddItem(clsNew), 0);
-    QVERIFY(tree.itemWidget(tree.GetNodeById("new"), 1) == nullptr);
+    QVERIFY(tree.GetItemButtons(tree.GetNodeById("new")) == nullptr);
     QCOMPARE(tree.PendingToolBarCount(), 2001);
 }
 
@@ -142,11 +149,11 @@ void tst_OnDemandToolBars::shouldMountTheBarsOfRowsInView()
 
     // The first rows are in view and have their bar, with the bar as the page shown; the last
     // rows are far below and have none.
-    QStackedWidget* pStack = StackOf(tree, "g0-0");
+    QStackedWidget* pStack = BarStack(tree, "g0-0");
     QVERIFY(pStack != nullptr);
     QCOMPARE(pStack->count(), 1);
     QVERIFY(qobject_cast<CLS_WgtItemToolBar*>(pStack->currentWidget()) != nullptr);
-    QVERIFY(StackOf(tree, "g49-9") == nullptr);
+    QVERIFY(BarStack(tree, "g49-9") == nullptr);
     const int iMounted = WidgetCount(tree);
     QVERIFY(iMounted > 0);
     QVERIFY(iMounted < 50);
@@ -154,8 +161,14 @@ void tst_OnDemandToolBars::shouldMountTheBarsOfRowsInView()
     // Scrolled to the end: those rows get theirs.
     tree.scrollToItem(tree.GetNodeById("g49-9"));
     Paint(tree);
-    QVERIFY(StackOf(tree, "g49-9") != nullptr);
-    QVERIFY(tree.itemWidget(tree.GetNodeById("g49-9"), 1)->isVisible());
+    pStack = BarStack(tree, "g49-9");
+    QVERIFY(pStack != nullptr);
+    QVERIFY(pStack->isVisible());
+    QCOMPARE(pStack->parentWidget(), tree.viewport());
+    QCOMPARE(pStack->geometry(),
+             tree.visualRect(tree.model()->index(9, 1, tree.indexFromItem(tree.GetNodeById("g49")))));
+    // The first rows are out of view now: their bars are hidden.
+    QVERIFY(BarStack(tree, "g0-0") == nullptr || BarStack(tree, "g0-0")->isHidden());
 }
 
 void tst_OnDemandToolBars::shouldShowTheBlankPageFirstInHoverMode()
@@ -168,7 +181,7 @@ void tst_OnDemandToolBars::shouldShowTheBlankPageFirstInHoverMode()
     tree.show();
     QVERIFY(QTest::qWaitForWindowExposed(&tree));
     Paint(tree);
-    QStackedWidget* pStack = StackOf(tree, "g0-1");
+    QStackedWidget* pStack = BarStack(tree, "g0-1");
     QVERIFY(pStack != nullptr);
     QCOMPARE(pStack->count(), 2);
     QCOMPARE(pStack->currentIndex(), 0);
@@ -186,9 +199,9 @@ void tst_OnDemandToolBars::shouldMountTheBarOfAHoveredRow()
     QVERIFY(QTest::qWaitForWindowExposed(&tree));
     // No paint yet after the expansion: the mouse gets there first.
     const QPoint point = RowCenter(tree, "g0-1");
-    QVERIFY(StackOf(tree, "g0-1") == nullptr || StackOf(tree, "g0-1")->currentIndex() == 0);
+    QVERIFY(BarStack(tree, "g0-1") == nullptr || BarStack(tree, "g0-1")->currentIndex() == 0);
     MoveMouse(tree, point);
-    QStackedWidget* pStack = StackOf(tree, "g0-1");
+    QStackedWidget* pStack = BarStack(tree, "g0-1");
     QVERIFY(pStack != nullptr);
     QCOMPARE(pStack->currentIndex(), 1);
 }
@@ -217,7 +230,7 @@ void tst_OnDemandToolBars::shouldKeepLiveCheckFlagsWhenABarIsMadeAgain()
         pBar2->setValue(pBar2->value() + pBar2->pageStep());
         Paint(tree);
     }
-    QVERIFY(StackOf(tree, "g0-0") == nullptr);
+    QVERIFY(BarStack(tree, "g0-0") == nullptr);
     QVERIFY(WidgetCount(tree) < 600);
 
     pBar2->setValue(0);
@@ -249,8 +262,8 @@ void tst_OnDemandToolBars::shouldGiveNoBarToRowsTakenOutByAMove()
     QVERIFY(QTest::qWaitForWindowExposed(&tree));
     Paint(tree);
     for (int l = 0; l < 4; ++l) {
-        QVERIFY(StackOf(tree, QString("g1-%1").arg(l)) == nullptr);
-        QVERIFY(StackOf(tree, QString("g0-%1").arg(l)) != nullptr);
+        QVERIFY(BarStack(tree, QString("g1-%1").arg(l)) == nullptr);
+        QVERIFY(BarStack(tree, QString("g0-%1").arg(l)) != nullptr);
     }
     QVERIFY(tree.EnsureItemButtons(tree.GetNodeById("g1-0")) == nullptr);
 }
