@@ -57,6 +57,21 @@ QStackedWidget* BarStack(CLS_TestBaseTree& _tree, const QString& _qstrId)
     return qobject_cast<QStackedWidget*>(_tree.GetItemButtons(_tree.GetNodeById(_qstrId)));
 }
 
+// An on-demand tree of _iGroups x _iLeaves, every row expanded, shown and painted once.
+bool ShowExpanded(CLS_TestBaseTree& _tree, int _iGroups, int _iLeaves, int _iHeight = 200)
+{
+    _tree.SetToolBarMountType(TOOLBAR_MOUNT_ON_DEMAND);
+    _tree.resize(300, _iHeight);
+    if (_tree.Init("root", Groups(_iGroups, _iLeaves), true) != 0)
+        return false;
+    _tree.expandAll();
+    _tree.show();
+    if (!QTest::qWaitForWindowExposed(&_tree))
+        return false;
+    Paint(_tree);
+    return true;
+}
+
 CLS_WgtItemToolBar* BarOf(CLS_TestBaseTree& _tree, const QString& _qstrId)
 {
     QStackedWidget* pStack = BarStack(_tree, _qstrId);
@@ -139,13 +154,7 @@ void tst_OnDemandToolBars::shouldFollowTheTypeThePageChose()
 void tst_OnDemandToolBars::shouldMountTheBarsOfRowsInView()
 {
     CLS_TestBaseTree tree;
-    tree.SetToolBarMountType(TOOLBAR_MOUNT_ON_DEMAND);
-    tree.resize(300, 200);
-    QCOMPARE(tree.Init("root", Groups(50, 10), true), 0);
-    tree.expandAll();
-    tree.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&tree));
-    Paint(tree);
+    QVERIFY(ShowExpanded(tree, 50, 10, 200));
 
     // The first rows are in view and have their bar, with the bar as the page shown; the last
     // rows are far below and have none.
@@ -174,13 +183,7 @@ void tst_OnDemandToolBars::shouldMountTheBarsOfRowsInView()
 void tst_OnDemandToolBars::shouldShowTheBlankPageFirstInHoverMode()
 {
     CLS_TestBaseTree tree(nullptr, false, false, false, false, ITEM_BTN_SHOW_HOVER);
-    tree.SetToolBarMountType(TOOLBAR_MOUNT_ON_DEMAND);
-    tree.resize(300, 200);
-    QCOMPARE(tree.Init("root", Groups(3, 3), true), 0);
-    tree.expandAll();
-    tree.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&tree));
-    Paint(tree);
+    QVERIFY(ShowExpanded(tree, 3, 3, 200));
     QStackedWidget* pStack = BarStack(tree, "g0-1");
     QVERIFY(pStack != nullptr);
     QCOMPARE(pStack->count(), 2);
@@ -209,13 +212,7 @@ void tst_OnDemandToolBars::shouldMountTheBarOfAHoveredRow()
 void tst_OnDemandToolBars::shouldKeepLiveCheckFlagsWhenABarIsMadeAgain()
 {
     CLS_TestBaseTree tree;
-    tree.SetToolBarMountType(TOOLBAR_MOUNT_ON_DEMAND);
-    tree.resize(300, 200);
-    QCOMPARE(tree.Init("root", Groups(200, 10), true), 0);
-    tree.expandAll();
-    tree.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&tree));
-    Paint(tree);
+    QVERIFY(ShowExpanded(tree, 200, 10, 200));
 
     QSignalSpy spy(&tree, &CLS_WgtBaseTreeWidget::SignClickButton);
     CLS_WgtItemToolBar* pBar = BarOf(tree, "g0-0");
