@@ -9,7 +9,7 @@
 //       of each side is its own) and prints one table: case, rows, ours, baseline, ratio.
 //   ScaleBench --child --side ours|base --groups N --buttons none|always|hover --expanded 0|1
 //       one case on one side; prints "OP <name> <ms>" lines, then "RSS <kB>".
-//   ScaleBench --soak [--seconds S] [--groups N] [--changes-per-second N]
+//   ScaleBench --soak [--seconds 120] [--channels 32000] [--changes-per-second 500]
 //       the resource tree of the reference device layer at that size, every host expanded, the
 //       simulator changing channels; prints the GUI thread's longest and 99th-percentile stall
 //       (from a 10 ms heartbeat timer), RSS at minute 1 (or the start) and at the end, and the
@@ -18,9 +18,13 @@
 // The status thread of the device tree is stopped in the cases (see RunChild). Nothing here
 // asserts a time. A case that runs over the timeout is printed as "timeout".
 
+#include "CLS_DevManage.h"
+#include "CLS_IResourceTree.h"
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtDeviceTree.h"
 #include "CLS_WgtTreeWidget.h"
+#include "DevManageControl.h"
+#include "DevStructDefine.h"
 #include "LxAppManagerControl.h"
 
 #include <QAbstractItemView>
@@ -554,6 +558,104 @@ int RunChild(const QString& _qstrSide, const STRCT_Case& _stCase)
     return 0;
 }
 
+// ---- soak -----------------------------------------------------------------------------------------
+
+long RssKb()
+{
+    QFile file("/proc/self/status");
+    if (!file.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray& qbaLine : file.readAll().split('\n')) {
+        if (qbaLine.startsWith("VmRSS:"))
+            return qbaLine.mid(6).trimmed().split(' ').value(0).toLong();
+    }
+    return -1;
+}
+
+// The resource tree of a synthetic installation in the reference device layer, every row
+// expanded, tool buttons on hosts and channels (on hover), the status thread running and the
+// layer's simulator changing channels. A 10 ms timer on the GUI thread measures how late each of
+// its ticks comes: the longest and the 99th-percentile stall.
+int RunSoak(int _iChannels, int _iSeconds, int _iRate)
+{
+    LxAppManagerCtl_SetAppState(1);
+    if (DevManageCtl_GenerateInstallation(_iChannels, 16) < 0) {
+        std::fprintf(stderr, "the device layer could not make the installation\n");
+        return 1;
+    }
+    QElapsedTimer clock;
+    clock.start();
+    QWidget window;
+    auto* pLayout = new QVBoxLayout(&window);
+    auto* pTree = new CLS_WgtDeviceTree(nullptr, DEV_TREE_RESOURCE, false, false, false, true, false,
+                                        ITEM_BTN_SHOW_HOVER);
+    pLayout->addWidget(pTree);
+    window.resize(420, 900);
+    window.show();
+    int iBatches = 0;
+    long long llEntries = 0;
+    QObject::connect(pTree, &CLS_WgtDeviceTree::SignUpdateChannelsStatus, pTree, [&](QVariant _varData) {
+        ++iBatches;
+        llEntries += _varData.value<StatusMap>().size();
+    });
+
+    CLS_IResourceTree* pResourceTree = DevManage::GetResourceTree();
+    QMap<QString, std::weak_ptr<STRCT_VideoItem>> qmapItems;
+    if (pResourceTree == nullptr || pResourceTree->GetAllItems(qmapItems).m_iCode < 0) {
+        std::fprintf(stderr, "the device layer lists no resource\n");
+        return 1;
+    }
+    QMap<int, QVector<CLS_ItemButton>> qmapButtons{{3, ChannelButtons()}, {4, ChannelButtons()}};
+    if (pTree->Init(qmapItems, "All resources", qmapButtons, {2, 3, 4}) != 0) {
+        std::fprintf(stderr, "the resource tree could not be built\n");
+        return 1;
+    }
+    pTree->ExpandAll();
+    Settle(&window);
+    std::printf("soak: %d channels, %d rows, ready after %.0f ms\n", _iChannels, int(qmapItems.size()),
+                clock.nsecsElapsed() / 1e6);
+    const long lRssStart = RssKb();
+    DevManageCtl_StartSimulation(_iRate, 1);
+
+    QVector<double> qvecStalls;
+    qvecStalls.reserve(_iSeconds * 100);
+    long lRssMinute = -1;
+    QElapsedTimer tick;
+    tick.start();
+    QElapsedTimer run;
+    run.start();
+    QTimer heartbeat;
+    heartbeat.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&heartbeat, &QTimer::timeout, &heartbeat, [&]() {
+        qvecStalls.append(qMax(0.0, tick.nsecsElapsed() / 1e6 - 10.0));
+        tick.restart();
+        if (lRssMinute < 0 && run.elapsed() >= 60000)
+            lRssMinute = RssKb();
+        if (run.elapsed() >= _iSeconds * 1000LL)
+            QCoreApplication::quit();
+    });
+    heartbeat.start(10);
+    QCoreApplication::exec();
+    DevManageCtl_StopSimulation();
+
+    std::sort(qvecStalls.begin(), qvecStalls.end());
+    const double dMax = qvecStalls.isEmpty() ? 0 : qvecStalls.last();
+    const double dP99 = qvecStalls.isEmpty() ? 0 : qvecStalls.at(int(qvecStalls.size() * 0.99));
+    const long lRssEnd = RssKb();
+    const long lRssBase = lRssMinute > 0 ? lRssMinute : lRssStart;
+    std::printf("seconds: %d, simulated changes: %d (%d/s asked)\n", _iSeconds,
+                DevManageCtl_SimulationChanges(), _iRate);
+    std::printf("status batches applied: %d (%lld entries)\n", iBatches, llEntries);
+    std::printf("GUI stall, longest: %.1f ms, 99th percentile: %.1f ms (%d ticks of 10 ms)\n", dMax, dP99,
+                int(qvecStalls.size()));
+    std::printf(
+        "RSS: start %.1f MB, minute 1 %s MB, end %.1f MB, growth from %s %.1f %%\n", lRssStart / 1024.0,
+        lRssMinute > 0 ? qPrintable(QString::number(lRssMinute / 1024.0, 'f', 1)) : "-", lRssEnd / 1024.0,
+        lRssMinute > 0 ? "minute 1" : "the start", 100.0 * (lRssEnd - lRssBase) / qMax(1L, lRssBase));
+    std::fflush(stdout);
+    return 0;
+}
+
 // ---- driver ---------------------------------------------------------------------------------------
 
 struct STRCT_Result
@@ -661,8 +763,17 @@ int main(int argc, char* argv[])
     QCommandLineOption optExpanded("expanded", "1: every group expanded before the rest.", "flag", "0");
     QCommandLineOption optTimeout("timeout", "Seconds per child process (default 600).", "seconds", "600");
     QCommandLineOption optOnly("only", "Run one side only: ours or base.", "side");
-    parser.addOptions({optChild, optSide, optGroups, optButtons, optExpanded, optTimeout, optOnly});
+    QCommandLineOption optSoak("soak", "The soak run of the resource tree (see the program's head).");
+    QCommandLineOption optSeconds("seconds", "Length of the soak (120).", "seconds", "120");
+    QCommandLineOption optChannels("channels", "Channels of the soak (32000).", "count", "32000");
+    QCommandLineOption optRate("changes-per-second", "Simulated changes of the soak (500).", "count", "500");
+    parser.addOptions({optChild, optSide, optGroups, optButtons, optExpanded, optTimeout, optOnly, optSoak,
+                       optSeconds, optChannels, optRate});
     parser.process(app);
+
+    if (parser.isSet(optSoak))
+        return RunSoak(parser.value(optChannels).toInt(), parser.value(optSeconds).toInt(),
+                       parser.value(optRate).toInt());
 
     if (parser.isSet(optChild)) {
         STRCT_Case stCase;
