@@ -1184,18 +1184,21 @@ void CLS_WgtBaseTreeWidget::MountPendingBar(QTreeWidgetItem* _pNode)
     stDemand.m_uSeen = m_uPaintStamp;
     m_qhashPendingBars.erase(it);
     const STRCT_PendingBar& stBar = stDemand.m_stBar;
-    QStackedWidget* pStack = MakeItemButtons(stBar.m_qstrId, stBar.m_qvecButtons, stBar.m_blFixedGeometry,
-                                             stBar.m_qvecChecked.isEmpty() ? nullptr : &stBar.m_qvecChecked);
-    if (pStack == nullptr)
-        return;
-    pStack->setParent(viewport()); // hidden until placed
+    QStackedWidget* pStack = TakeSpareBar(stBar);
+    if (pStack == nullptr) {
+        pStack = MakeItemButtons(stBar.m_qstrId, stBar.m_qvecButtons, stBar.m_blFixedGeometry,
+                                 stBar.m_qvecChecked.isEmpty() ? nullptr : &stBar.m_qvecChecked);
+        if (pStack == nullptr)
+            return;
+        pStack->setParent(viewport()); // hidden until placed
+    }
     pStack->setCurrentIndex(0);
     stDemand.m_pStack = pStack;
     m_qhashDemandBars.insert(_pNode, stDemand);
     PlaceDemandBar(_pNode, pStack);
 }
 
-void CLS_WgtBaseTreeWidget::DropDemandWidget(STRCT_DemandBar& _stDemand)
+void CLS_WgtBaseTreeWidget::DropDemandWidget(STRCT_DemandBar& _stDemand, bool _blKeep)
 {
     if (_stDemand.m_pStack == nullptr)
         return;
@@ -1206,8 +1209,40 @@ void CLS_WgtBaseTreeWidget::DropDemandWidget(STRCT_DemandBar& _stDemand)
             _stDemand.m_stBar.m_qvecChecked.append(pAction->isChecked());
     }
     _stDemand.m_pStack->hide();
-    _stDemand.m_pStack->deleteLater();
+    if (_blKeep && m_qvecSpareBars.size() < CONST_iSpareBars)
+        m_qvecSpareBars.append({_stDemand.m_stBar.m_qvecButtons, _stDemand.m_pStack});
+    else
+        _stDemand.m_pStack->deleteLater();
     _stDemand.m_pStack = nullptr;
+}
+
+QStackedWidget* CLS_WgtBaseTreeWidget::TakeSpareBar(const STRCT_PendingBar& _stBar)
+{
+    // Making a bar (a tool bar with its layout, buttons and style) is most of what scrolling
+    // costs; a bar given back by a row out of view serves the next row with the same buttons.
+    for (int i = m_qvecSpareBars.size() - 1; i >= 0; --i) {
+        const STRCT_SpareBar& stSpare = m_qvecSpareBars.at(i);
+        if (stSpare.m_pStack == nullptr ||
+            stSpare.m_qvecButtons.constData() != _stBar.m_qvecButtons.constData())
+            continue;
+        QPointer<QStackedWidget> pStack = stSpare.m_pStack;
+        m_qvecSpareBars.remove(i);
+        auto* pToolBar = pStack->findChild<CLS_WgtItemToolBar*>();
+        if (pToolBar == nullptr) {
+            pStack->deleteLater();
+            return nullptr;
+        }
+        QVector<bool> qvecChecked = _stBar.m_qvecChecked;
+        if (qvecChecked.isEmpty()) {
+            for (const CLS_ItemButton& clsButton : _stBar.m_qvecButtons)
+                qvecChecked.append(clsButton.m_blChecked);
+        }
+        pToolBar->Reuse(_stBar.m_qstrId, qvecChecked);
+        if (_stBar.m_blFixedGeometry)
+            pStack->setGeometry(0, 0, 50, 30);
+        return pStack;
+    }
+    return nullptr;
 }
 
 void CLS_WgtBaseTreeWidget::ReleaseDemandBar(QTreeWidgetItem* _pNode)
@@ -1217,7 +1252,7 @@ void CLS_WgtBaseTreeWidget::ReleaseDemandBar(QTreeWidgetItem* _pNode)
         return;
     STRCT_DemandBar stDemand = it.value();
     m_qhashDemandBars.erase(it);
-    DropDemandWidget(stDemand);
+    DropDemandWidget(stDemand, true);
     m_qhashPendingBars.insert(_pNode, stDemand.m_stBar);
 }
 
@@ -1299,7 +1334,7 @@ void CLS_WgtBaseTreeWidget::ForgetRemovedRows(const QModelIndex& _parent, int _i
         m_qhashPendingBars.remove(pNode);
         auto it = m_qhashDemandBars.find(pNode);
         if (it != m_qhashDemandBars.end()) {
-            DropDemandWidget(it.value());
+            DropDemandWidget(it.value(), false);
             m_qhashDemandBars.erase(it);
         }
     }
@@ -1310,6 +1345,11 @@ void CLS_WgtBaseTreeWidget::ForgetAllRows()
     m_qsetButtonRows.clear();
     m_qhashPendingBars.clear();
     for (STRCT_DemandBar& stDemand : m_qhashDemandBars)
-        DropDemandWidget(stDemand);
+        DropDemandWidget(stDemand, false);
     m_qhashDemandBars.clear();
+    for (const STRCT_SpareBar& stSpare : qAsConst(m_qvecSpareBars)) {
+        if (stSpare.m_pStack != nullptr)
+            stSpare.m_pStack->deleteLater();
+    }
+    m_qvecSpareBars.clear();
 }

@@ -236,8 +236,20 @@ private:
     QStackedWidget* MakeItemButtons(const QString& _qstrId, const QVector<CLS_ItemButton>& _qvecButtons,
                                     bool _blFixedGeometry, const QVector<bool>* _pChecked);
     bool PlaceDemandBar(QTreeWidgetItem* _pNode, QWidget* _pStack);
-    void DropDemandWidget(STRCT_DemandBar& _stDemand);
+    // Hides a bar made on demand and keeps the state of its buttons; with _blKeep the stack may
+    // wait for another row (TakeSpareBar), else it goes.
+    void DropDemandWidget(STRCT_DemandBar& _stDemand, bool _blKeep);
+    QStackedWidget* TakeSpareBar(const STRCT_PendingBar& _stBar);
     QHash<QTreeWidgetItem*, STRCT_DemandBar> m_qhashDemandBars;
+    // Stacks given back, hidden, ready for another row with the same buttons (the same vector,
+    // shared with the button template of the build, e.g. every channel of a device tree).
+    struct STRCT_SpareBar
+    {
+        QVector<CLS_ItemButton> m_qvecButtons;
+        QPointer<QStackedWidget> m_pStack;
+    };
+    QVector<STRCT_SpareBar> m_qvecSpareBars;
+    static constexpr int CONST_iSpareBars = 256;
     quint64 m_uPaintStamp = 0;
     QObject* m_pPaintWatch = nullptr; // the viewport's filter that calls MountVisibleToolBars
     bool m_blMounting = false;

@@ -81,6 +81,14 @@ void CLS_WgtItemToolBar::changeEvent(QEvent* _pEvent)
     QToolBar::changeEvent(_pEvent);
 }
 
+void CLS_WgtItemToolBar::Reuse(const QString& _qstrParentId, const QVector<bool>& _qvecChecked)
+{
+    m_qstrParentId = _qstrParentId;
+    const QList<QAction*> qlstActions = actions();
+    for (int i = 0; i < qlstActions.size() && i < _qvecChecked.size(); ++i)
+        qlstActions.at(i)->setChecked(_qvecChecked.at(i));
+}
+
 void CLS_WgtItemToolBar::SetLang(const QString& _qstrLang)
 {
     Q_UNUSED(_qstrLang) // the bar has no text of its own
