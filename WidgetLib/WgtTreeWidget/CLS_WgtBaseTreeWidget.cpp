@@ -1042,6 +1042,7 @@ void CLS_WgtBaseTreeWidget::BeginRowBatch()
                 pHeader->setSectionResizeMode(i, QHeaderView::Interactive);
         }
     }
+    m_blBatchUpdates = false;
     if (m_blMounting)
         return; // inside a paint: the view lays out and repaints anyway
     // With a layout pending, the view skips its per-row work (row heights, the row's rectangle)
