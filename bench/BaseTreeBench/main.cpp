@@ -245,6 +245,16 @@ public:
     }
 
 private:
+    // One shared QIcon per picture file, as a page that knows its few pictures keeps them.
+    QIcon Icon(const QString& _qstrPath) const
+    {
+        auto it = m_qhashIcons.constFind(_qstrPath);
+        if (it == m_qhashIcons.cend())
+            it = m_qhashIcons.insert(_qstrPath, QIcon(_qstrPath));
+        return it.value();
+    }
+    mutable QHash<QString, QIcon> m_qhashIcons;
+
     QTreeWidgetItem* MakeRow(const CLS_TreeItem& _clsItem) const
     {
         auto* pNode = new QTreeWidgetItem();
@@ -253,7 +263,7 @@ private:
         pNode->setCheckState(0, Qt::Unchecked);
         pNode->setText(0, _clsItem.m_qstrText);
         pNode->setToolTip(0, _clsItem.m_qstrTooltip);
-        pNode->setIcon(0, QIcon(_clsItem.m_qstrIcon));
+        pNode->setIcon(0, Icon(_clsItem.m_qstrIcon));
         pNode->setData(0, Qt::UserRole, _clsItem.m_qstrId);
         pNode->setData(0, CONST_iSortRole, _clsItem.m_iSortNo);
         return pNode;
