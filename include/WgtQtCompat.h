@@ -4,8 +4,10 @@
 // answers the same on both. Any thread. Not installed: the library's own sources and tests only.
 
 #include <QDropEvent>
+#include <QIcon>
 #include <QMetaType>
 #include <QMouseEvent>
+#include <QPixmap>
 #include <QPointF>
 #include <QtGlobal>
 
@@ -53,6 +55,19 @@ inline const char* MetaTypeName(int _iId)
     return QMetaType(_iId).name();
 #else
     return QMetaType::typeName(_iId);
+#endif
+}
+
+// Pixmap of an icon at device pixel ratio 1, whatever the screen's ratio: QIcon::pixmap(size) in
+// Qt 5 (without Qt::AA_UseHighDpiPixmaps, which pages don't set); Qt 6 always makes a pixmap for
+// the screen's ratio (the @2x image at QT_SCALE_FACTOR=2), so the ratio is named:
+// QIcon::pixmap(size, 1.0).
+inline QPixmap IconPixmapAt1x(const QIcon& _icon, const QSize& _size)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return _icon.pixmap(_size, 1.0);
+#else
+    return _icon.pixmap(_size);
 #endif
 }
 
