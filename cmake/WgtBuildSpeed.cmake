@@ -41,6 +41,13 @@ endif()
 # ---- precompiled headers ------------------------------------------------------------------------
 option(WGT_PRECOMPILE_HEADERS "Precompile the Qt headers the code uses" ON)
 
+# QAction moved from Qt Widgets to Qt Gui in Qt 6.
+if(WGT_QT_MAJOR STREQUAL "5")
+    set(wgt_pch_qaction <QtWidgets/QAction>)
+else()
+    set(wgt_pch_qaction <QtGui/QAction>)
+endif()
+
 # The widget library and the Qt libraries beside it (reference and test siblings). Qt headers only:
 # the project's own headers change too often to be worth a rebuild of every set.
 set(WGT_PCH_LIBRARY_HEADERS
@@ -85,7 +92,7 @@ set(WGT_PCH_LIBRARY_HEADERS
     <QtWidgets/QToolButton>
     <QtWidgets/QBoxLayout>
     <QtWidgets/QMenu>
-    <QtWidgets/QAction>
+    ${wgt_pch_qaction}
     <QtWidgets/QStyledItemDelegate>
     <memory>
     <string>
@@ -111,7 +118,7 @@ function(wgt_precompile_qt_library target)
         return()
     endif()
     get_target_property(libs ${target} LINK_LIBRARIES)
-    if(NOT "WgtTreeWidget" IN_LIST libs AND NOT "Qt5::Widgets" IN_LIST libs)
+    if(NOT "WgtTreeWidget" IN_LIST libs AND NOT "${WGT_QT}::Widgets" IN_LIST libs)
         return()
     endif()
     if(NOT TARGET wgt_pch_qt_library)

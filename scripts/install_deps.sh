@@ -1,9 +1,13 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build and the tests need. Runs as root (CI) or through sudo.
 set -euo pipefail
-# Linguist's tools (lrelease) compile the translations; clang and its runtime libraries build the fuzz targets (libFuzzer); ccache keeps compiled objects
-# for every later build on the machine.
-packages=(build-essential cmake qtbase5-dev qtbase5-dev-tools qttools5-dev-tools clang-format clang libclang-rt-14-dev ccache)
+# Linguist's tools (lrelease) compile the translations; clang and its runtime libraries build the
+# fuzz targets (libFuzzer); ccache keeps compiled objects for every later build on the machine.
+# Both Qt majors: the library builds against Qt 5.15 and Qt 6 (Debian's Qt 6 wants the OpenGL
+# headers for QtGui; its tools packages carry the Linguist tools).
+packages=(build-essential cmake qtbase5-dev qtbase5-dev-tools qttools5-dev-tools
+          qt6-base-dev qt6-base-dev-tools libgl-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
+          clang-format clang libclang-rt-14-dev ccache)
 missing=()
 for p in "${packages[@]}"; do
     dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -34,7 +34,7 @@ if ! CC=clang CXX=clang++ cmake -S "${REPO_DIR}" -B "${BUILD_DIR}" \
         -DCMAKE_BUILD_TYPE=RelWithDebInfo \
         -DWGT_BUILD_FUZZERS=ON \
         -DWGT_SANITIZE=address,undefined \
-        -DBUILD_TESTING=OFF -DWGT_BUILD_BENCH=OFF -DWGT_BUILD_DEMO=OFF -DWGT_BUILD_SIBLINGS=OFF \
+        -DBUILD_TESTING=OFF -DWGT_BUILD_BENCH=OFF -DWGT_BUILD_DEMO=OFF -DWGT_BUILD_SIBLINGS=OFF -DWGT_QT_MAJOR=5 \
         >"${BUILD_DIR}.configure.log" 2>&1; then
     cat "${BUILD_DIR}.configure.log" >&2
     echo "run_fuzzers: configure failed" >&2

@@ -5,6 +5,7 @@
 #include "CLS_WgtItemToolBar.h"
 #include "CLS_WgtToolBtnStack.h"
 #include "CLS_WgtTreeWidgetItem.h"
+#include "WgtQtCompat.h"
 
 #include <QDrag>
 #include <QDragEnterEvent>
@@ -746,7 +747,7 @@ void CLS_WgtBaseTreeWidget::mousePressEvent(QMouseEvent* _pEvent)
 {
     if (_pEvent == nullptr)
         return;
-    QTreeWidgetItem* pNode = itemAt(_pEvent->localPos().toPoint());
+    QTreeWidgetItem* pNode = itemAt(QtCompat::EventPos(_pEvent).toPoint());
     if (pNode != nullptr) {
         if (_pEvent->button() == Qt::LeftButton) {
             if (m_blDragEnable) {
@@ -787,7 +788,7 @@ void CLS_WgtBaseTreeWidget::mouseMoveEvent(QMouseEvent* _pEvent)
     if (_pEvent == nullptr)
         return;
     if (m_iBtnShowType == ITEM_BTN_SHOW_HOVER && !(m_blDragEnable && m_blDragging)) {
-        QTreeWidgetItem* pNode = itemAt(_pEvent->localPos().toPoint());
+        QTreeWidgetItem* pNode = itemAt(QtCompat::EventPos(_pEvent).toPoint());
         if (pNode != m_pHoverNode) {
             if (m_pHoverNode != nullptr) {
                 if (QStackedWidget* pStack = TwoPageStack(this, m_pHoverNode))
@@ -871,7 +872,7 @@ void CLS_WgtBaseTreeWidget::dropEvent(QDropEvent* _pEvent)
         QTreeWidget::dropEvent(_pEvent);
     };
 
-    QTreeWidgetItem* pTarget = itemAt(_pEvent->posF().toPoint());
+    QTreeWidgetItem* pTarget = itemAt(QtCompat::EventPos(_pEvent).toPoint());
     if (pTarget == nullptr || !(pTarget->flags() & Qt::ItemIsEnabled)) {
         veto();
         return;

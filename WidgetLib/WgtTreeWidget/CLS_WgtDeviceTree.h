@@ -26,6 +26,10 @@ class CLS_DeviceTreeBGThread;
 class CLS_WgtBaseTreeWidget;
 class CLS_WgtTreeWidget;
 struct STRCT_VideoItem;
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+// Qt 6's meta-object code needs the complete type of every slot argument (Qt 5's did not).
+Q_MOC_INCLUDE("DevStructDefine.h")
+#endif
 
 class CLS_WgtDeviceTree : public QWidget
 {

@@ -47,10 +47,21 @@ QString Key(const std::string& _strSection, const std::string& _strKey)
 // a list, which is joined again.
 std::string TextOf(const QVariant& _varValue)
 {
-    if (QVariant::StringList == _varValue.type()) {
+    if (QMetaType::QStringList == _varValue.userType()) {
         return _varValue.toStringList().join(",").toStdString();
     }
     return _varValue.toString().toStdString();
+}
+
+// The file is UTF-8: QSettings::setIniCodec("UTF-8") in Qt 5; Qt 6 reads and writes INI files as
+// UTF-8 always (and has no codecs).
+void UseUtf8(QSettings& _settings)
+{
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    _settings.setIniCodec("UTF-8");
+#else
+    Q_UNUSED(_settings);
+#endif
 }
 
 } // namespace
@@ -76,7 +87,7 @@ int CLS_LxParamStore::Init(const std::string& _strFile)
     std::lock_guard<std::mutex> lock(m_mtx);
     m_strFile = _strFile.empty() ? ChooseFile() : _strFile;
     QSettings settings(QString::fromStdString(m_strFile), QSettings::IniFormat);
-    settings.setIniCodec("UTF-8");
+    UseUtf8(settings);
     return QSettings::FormatError == settings.status() ? -1 : 0;
 }
 
@@ -95,7 +106,7 @@ int CLS_LxParamStore::Set(const std::string& _strSection, const std::string& _st
     std::lock_guard<std::mutex> lock(m_mtx);
     EnsureFile();
     QSettings settings(QString::fromStdString(m_strFile), QSettings::IniFormat);
-    settings.setIniCodec("UTF-8");
+    UseUtf8(settings);
     settings.setValue(Key(_strSection, _strKey), QString::fromStdString(_strValue));
     settings.sync();
     return QSettings::NoError == settings.status() ? 0 : -1;
@@ -110,7 +121,7 @@ std::string CLS_LxParamStore::Get(const std::string& _strSection, const std::str
     std::lock_guard<std::mutex> lock(m_mtx);
     EnsureFile();
     QSettings settings(QString::fromStdString(m_strFile), QSettings::IniFormat);
-    settings.setIniCodec("UTF-8");
+    UseUtf8(settings);
     const QString qstrKey = Key(_strSection, _strKey);
     if (!settings.contains(qstrKey)) {
         return _strDefault;
@@ -123,7 +134,7 @@ int CLS_LxParamStore::Delete(const std::string& _strSection, const std::string& 
     std::lock_guard<std::mutex> lock(m_mtx);
     EnsureFile();
     QSettings settings(QString::fromStdString(m_strFile), QSettings::IniFormat);
-    settings.setIniCodec("UTF-8");
+    UseUtf8(settings);
     if (_strKey.empty()) {
         if (_strSection.empty()) {
             return -1; // the whole file is not a section

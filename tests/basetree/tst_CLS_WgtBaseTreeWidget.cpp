@@ -4,6 +4,7 @@
 #include "CLS_TreeSnapshot.h"
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtTreeWidgetItem.h"
+#include "WgtQtCompat.h"
 
 #include <QApplication>
 #include <QFontMetrics>
@@ -500,7 +501,7 @@ void tst_CLS_WgtBaseTreeWidget::shouldBindRecordAndIdInRowRoles()
     QCOMPARE(pNode->data(0, Qt::UserRole).userType(), int(QMetaType::QString));
     const QVariant varRecord = pNode->data(0, Qt::UserRole + 1);
     QCOMPARE(varRecord.userType(), qMetaTypeId<CLS_TreeItem>());
-    QCOMPARE(QMetaType::typeName(varRecord.userType()), "CLS_TreeItem");
+    QCOMPARE(QtCompat::MetaTypeName(varRecord.userType()), "CLS_TreeItem");
     const CLS_TreeItem clsBound = varRecord.value<CLS_TreeItem>();
     QCOMPARE(clsBound.m_qstrIcon, clsItem.m_qstrIcon);
     QCOMPARE(clsBound.m_varData.toString(), QString("dev-a"));

@@ -3,6 +3,7 @@
 // thread, folding after a build, Clear, ClearData, and bad input.
 
 #include "CLS_TestDeviceTree.h"
+#include "WgtQtCompat.h"
 
 #include <QCoreApplication>
 #include <QLineEdit>
@@ -180,7 +181,7 @@ void tst_DeviceTreeCore::shouldRegisterNodeMetaTypeByName()
 {
     // Runs first: nothing in this program has asked for the node's meta-type yet.
     CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM);
-    const int iType = QMetaType::type("CLS_CustomTreeNode");
+    const int iType = QtCompat::MetaTypeId("CLS_CustomTreeNode");
     QVERIFY(iType != QMetaType::UnknownType);
     QCOMPARE(iType, qMetaTypeId<CLS_CustomTreeNode>());
 }

@@ -439,7 +439,7 @@ void tst_DeviceTreePresentation::shouldUseReadyNodeAsItStandsWithoutResource()
     QCOMPARE(RowText(clsRow), QString("id=c1 parent=g1 text=Front door tip=Front door icon=%1 data=D1 sort=7 "
                                       "flags=0x0 buttons=[]")
                                   .arg(Pic(tree, "channel_online.png")));
-    QCOMPARE(clsRow.m_varData.type(), QVariant::String);
+    QCOMPARE(clsRow.m_varData.userType(), int(QMetaType::QString));
 }
 
 void tst_DeviceTreePresentation::shouldRefuseReadyNodeOfOtherTypeUnlessRoot()
@@ -757,7 +757,7 @@ void tst_DeviceTreePresentation::shouldMakeButtonsFromIdAlone()
                  .arg(Pic(tree, "play.png"), Pic(tree, "rec.png")));
     QCOMPARE(Buttons(clsSecond),
              QString("play:%1:D2 rec:%2:D2").arg(Pic(tree, "play.png"), Pic(tree, "rec.png")));
-    QCOMPARE(clsFirst.m_qvecButtons.at(0).m_varData.type(), QVariant::String);
+    QCOMPARE(clsFirst.m_qvecButtons.at(0).m_varData.userType(), int(QMetaType::QString));
     // The templates themselves stay as given.
     QCOMPARE(tree.m_qmapItemBtns.value(4).at(0).m_qstrIcon, QString("/elsewhere/custom.png"));
 }

@@ -414,7 +414,7 @@ void tst_CLS_PresenterBasic::shouldSendFailAndObjectForFalseHandler()
     const QVariantMap qmapResult = qlstArgs.at(1).toMap();
     QCOMPARE(qmapResult.keys(), (QStringList{"__object__", "__result__"}));
     QCOMPARE(qmapResult.value("__result__").toString(), QString("fail"));
-    QCOMPARE(int(qmapResult.value("__object__").type()), int(QMetaType::VoidStar));
+    QCOMPARE(qmapResult.value("__object__").userType(), int(QMetaType::VoidStar));
     QCOMPARE(qmapResult.value("__object__").value<void*>(), static_cast<void*>(&clsView));
 
     QVERIFY(CLS_PoolProbe::WaitIdle());

@@ -1,6 +1,8 @@
-# Script run by CTest: install, configure the consumer, build it and run it.
+# Script run by CTest: install, configure the consumer, build it and run it. WGT_PACKAGE_NAME is
+# the package of the build's Qt major (WgtTreeWidget or WgtTreeWidgetQt6), WGT_QT_MAJOR that major.
 file(REMOVE_RECURSE ${WGT_WORK_DIR})
 set(prefix ${WGT_WORK_DIR}/prefix)
+set(pkg ${WGT_PACKAGE_NAME})
 
 function(run_step what)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
@@ -8,6 +10,7 @@ function(run_step what)
         message(FATAL_ERROR "${what} failed (${rc}):\n${out}\n${err}")
     endif()
     message(STATUS "${what}: ok")
+    set(out "${out}" PARENT_SCOPE)
 endfunction()
 
 run_step("install" ${WGT_CMAKE_COMMAND} --install ${WGT_BUILD_DIR} --prefix ${prefix})
@@ -15,8 +18,8 @@ run_step("install" ${WGT_CMAKE_COMMAND} --install ${WGT_BUILD_DIR} --prefix ${pr
 foreach(header WgtTreeWidget.h CLS_WgtBaseTreeWidget.h CLS_WgtTreeWidgetItem.h TreeStructDefine.h
         DevStructDefine.h Util.h Logger.h CLS_DevManage.h I_AppSignals.h FunctionUtil.h
         CLS_ViewBasic.h CLS_PresenterBasic.h CLS_WgtTreeWidget.h CLS_WgtItemToolBar.h CLS_WgtToolBtnStack.h)
-    if(NOT EXISTS ${prefix}/include/WgtTreeWidget/${header})
-        message(FATAL_ERROR "installed header missing: include/WgtTreeWidget/${header}")
+    if(NOT EXISTS ${prefix}/include/${pkg}/${header})
+        message(FATAL_ERROR "installed header missing: include/${pkg}/${header}")
     endif()
 endforeach()
 
@@ -28,8 +31,8 @@ foreach(language en de zh_CN)
 endforeach()
 
 # The umbrella header brings in every other installed header.
-file(READ ${prefix}/include/WgtTreeWidget/WgtTreeWidget.h umbrella)
-file(GLOB installed RELATIVE ${prefix}/include/WgtTreeWidget ${prefix}/include/WgtTreeWidget/*.h)
+file(READ ${prefix}/include/${pkg}/WgtTreeWidget.h umbrella)
+file(GLOB installed RELATIVE ${prefix}/include/${pkg} ${prefix}/include/${pkg}/*.h)
 foreach(header ${installed})
     if(NOT header STREQUAL "WgtTreeWidget.h")
         string(FIND "${umbrella}" "#include \"${header}\"" pos)
@@ -43,7 +46,19 @@ set(build_type ${WGT_BUILD_TYPE})
 if(NOT build_type)
     set(build_type Release)
 endif()
+# The library under the package's own name, with its package files.
+file(GLOB library ${prefix}/lib*/lib${pkg}.so)
+file(GLOB config ${prefix}/lib*/cmake/${pkg}/${pkg}Config.cmake)
+if(NOT library OR NOT config)
+    message(FATAL_ERROR "lib${pkg}.so or lib/cmake/${pkg}/${pkg}Config.cmake not installed")
+endif()
+
 run_step("configure consumer" ${WGT_CMAKE_COMMAND} -S ${WGT_CONSUMER_SOURCE} -B ${WGT_WORK_DIR}/build
-    -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_TYPE=${build_type} -DCMAKE_CXX_COMPILER=${WGT_CXX_COMPILER})
+    -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_TYPE=${build_type} -DCMAKE_CXX_COMPILER=${WGT_CXX_COMPILER}
+    -DWGT_PACKAGE=${pkg})
 run_step("build consumer" ${WGT_CMAKE_COMMAND} --build ${WGT_WORK_DIR}/build)
 run_step("run consumer" ${WGT_WORK_DIR}/build/WgtConsumer)
+# Built with the Qt of this build's major, and running on it.
+if(NOT out MATCHES "on Qt ${WGT_QT_MAJOR}\\.[0-9]+\\.[0-9]+ \\(built with ${WGT_QT_MAJOR}\\.")
+    message(FATAL_ERROR "consumer did not run on Qt ${WGT_QT_MAJOR}:\n${out}")
+endif()

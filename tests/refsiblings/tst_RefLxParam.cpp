@@ -208,7 +208,9 @@ void tst_RefLxParam::shouldRoundTripAwkwardTexts()
 
     QCOMPARE(Param::GetParam("Text", "value", "<default>"), strValue);
     QSettings settings(m_qstrFile, QSettings::IniFormat);
-    settings.setIniCodec("UTF-8");
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    settings.setIniCodec("UTF-8"); // Qt 6 reads INI files as UTF-8 always
+#endif
     QCOMPARE(settings.value("Text/value").toString(), qstrValue);
 }
 

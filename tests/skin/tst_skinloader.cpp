@@ -6,6 +6,7 @@
 
 #include "CLS_WgtTreeWidget.h"
 #include "FunctionUtil.h"
+#include "WgtQtCompat.h"
 
 #include <QIcon>
 #include <QToolButton>
@@ -124,7 +125,9 @@ void CLS_TestSkinLoader::shouldShowTheSkinsSearchImages()
         const QString qstrFile = qstrButton == "qtoolbtnSearch" ? "icon_search" : "edit_close";
         const QString qstrExpected = SkinTest::ImageDir(m_qstrSkin) + qstrFile + ".png";
         const QImage imageExpected = QImage(qstrExpected).convertToFormat(QImage::Format_ARGB32);
-        const QImage imageShown = icon.pixmap(QSize(16, 16)).toImage().convertToFormat(QImage::Format_ARGB32);
+        // At ratio 1 on both majors: Qt 6 would hand the @2x image to a 16 by 16 request at scale 2.
+        const QImage imageShown =
+            QtCompat::IconPixmapAt1x(icon, QSize(16, 16)).toImage().convertToFormat(QImage::Format_ARGB32);
         QVERIFY(!imageExpected.isNull());
         QCOMPARE(imageShown.size(), imageExpected.size());
         QVERIFY2(imageShown == imageExpected, qPrintable(qstrButton + " doesn't show " + qstrExpected));

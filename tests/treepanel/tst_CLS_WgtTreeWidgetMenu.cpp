@@ -5,6 +5,7 @@
 #include "CLS_WgtTreeWidget.h"
 #include "Util.h"
 #include "WgtMenuTestApi.h"
+#include "WgtQtCompat.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -102,7 +103,7 @@ void tst_CLS_WgtTreeWidgetMenu::shouldSendBothTasksForEmptyList()
     const QList<STRCT_MenuRequest> qlstRequests = TakeRequests();
     QCOMPARE(Keys(qlstRequests), QStringList({"setInfo", "exec"}));
     const QVariant varInfo = qlstRequests.at(0).second.value("Info");
-    QCOMPARE(QMetaType::typeName(varInfo.userType()), "QList<STRUCT_MenuItem>");
+    QCOMPARE(QtCompat::MetaTypeName(varInfo.userType()), "QList<STRUCT_MenuItem>");
     QVERIFY(varInfo.value<QList<_MenuItem>>().isEmpty());
     delete panel.m_pMenu;
 }

@@ -85,8 +85,10 @@ public:
     QMap<QString, QVariant> m_qmapExtend; // page data, copied and never read here
 };
 
-// One context-menu entry, with its sub-entries.
-struct _MenuItem
+// One context-menu entry, with its sub-entries. The struct bears the name it is registered under
+// (Qt 6 takes a meta-type's name from the C++ type itself); pages know it as _MenuItem.
+typedef struct STRUCT_MenuItem _MenuItem;
+struct STRUCT_MenuItem
 {
     QString m_qstrItemId;
     QString m_qstrItemText;
@@ -135,24 +137,5 @@ Q_DECLARE_METATYPE(CLS_ItemButton)
 Q_DECLARE_METATYPE(CLS_TreeItem)
 Q_DECLARE_METATYPE(CLS_CustomTreeNode)
 
-// _MenuItem travels under the name "STRUCT_MenuItem" (and its list as "QList<STRUCT_MenuItem>"),
-// so the meta-type id is spelled out here instead of Q_DECLARE_METATYPE, which would register the
-// C++ spelling as the primary name.
-template <>
-struct QMetaTypeId<_MenuItem>
-{
-    enum
-    {
-        Defined = 1
-    };
-    static int qt_metatype_id()
-    {
-        static QBasicAtomicInt s_metatypeId = Q_BASIC_ATOMIC_INITIALIZER(0);
-        if (const int iId = s_metatypeId.loadAcquire())
-            return iId;
-        const int iNewId =
-            qRegisterMetaType<_MenuItem>("STRUCT_MenuItem", reinterpret_cast<_MenuItem*>(quintptr(-1)));
-        s_metatypeId.storeRelease(iNewId);
-        return iNewId;
-    }
-};
+// _MenuItem travels under the name "STRUCT_MenuItem" and its list as "QList<STRUCT_MenuItem>".
+Q_DECLARE_METATYPE(STRUCT_MenuItem)
