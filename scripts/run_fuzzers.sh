@@ -8,7 +8,7 @@
 #   WGT_FUZZ_SECONDS   run time per target in seconds (default 30)
 #   WGT_FUZZ_BUILD_DIR build folder (default <repo>/build-fuzz; the first argument wins)
 #   WGT_FUZZ_TARGETS   space separated subset of the targets (default: all five)
-#   WGT_FUZZ_JOBS      parallel build jobs (default 2)
+#   WGT_FUZZ_JOBS      parallel build jobs, and targets run at the same time (default 2)
 #   WGT_FUZZ_WORK_DIR  where the corpus copies and crash files go (default: a new temporary folder)
 #
 # The repository's corpus is only read. Exit status: 0 when every target ran its time without a
@@ -59,10 +59,14 @@ export QT_QPA_PLATFORM=offscreen
 export LSAN_OPTIONS="suppressions=${FUZZ_SRC}/lsan_fuzz.supp"
 export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1"
 
-declare -a SUMMARY
-FAILED=0
+# Each target runs in its own process on one core, so up to JOBS of them run at the same time.
+# A target's result line goes to RESULT_DIR/<target>; the summary lists them in the given order.
+RESULT_DIR="${WORK_DIR}/results"
+mkdir -p "${RESULT_DIR}"
 
-for TARGET in ${TARGETS}; do
+run_target() {
+    local TARGET="$1"
+    local BIN CORPUS ARTIFACTS LOG EXTRA LIB_DIR TARGET_LSAN_OPTIONS START RC END EXECS FOUND STATUS
     BIN="${BUILD_DIR}/bin/${TARGET}"
     CORPUS="${WORK_DIR}/corpus/${TARGET}"
     ARTIFACTS="${WORK_DIR}/artifacts/${TARGET}"
@@ -112,12 +116,34 @@ for TARGET in ${TARGETS}; do
     STATUS="ok"
     if [ "${RC}" -ne 0 ] || [ "${FOUND}" -ne 0 ]; then
         STATUS="FAILED (exit ${RC}, ${FOUND} artifact(s) in ${ARTIFACTS})"
-        FAILED=1
         grep -E 'ERROR: |SUMMARY: |runtime error|mismatch|Test unit written' "${LOG}" | head -20
         echo "   log: ${LOG}"
     fi
-    SUMMARY+=("$(printf '%-22s %10s execs %5s s  corpus %5s  %s' "${TARGET}" "${EXECS:-?}" "$((END - START))" \
-        "$(find "${CORPUS}" -type f | wc -l)" "${STATUS}")")
+    printf '%-22s %10s execs %5s s  corpus %5s  %s' "${TARGET}" "${EXECS:-?}" "$((END - START))" \
+        "$(find "${CORPUS}" -type f | wc -l)" "${STATUS}" >"${RESULT_DIR}/${TARGET}"
+}
+
+for TARGET in ${TARGETS}; do
+    while [ "$(jobs -rp | wc -l)" -ge "${JOBS}" ]; do
+        wait -n
+    done
+    run_target "${TARGET}" &
+done
+wait
+
+declare -a SUMMARY
+FAILED=0
+for TARGET in ${TARGETS}; do
+    if [ -s "${RESULT_DIR}/${TARGET}" ]; then
+        LINE="$(cat "${RESULT_DIR}/${TARGET}")"
+    else
+        LINE="$(printf '%-22s no result' "${TARGET}")"
+    fi
+    case "${LINE}" in
+    *" ok") ;;
+    *) FAILED=1 ;;
+    esac
+    SUMMARY+=("${LINE}")
 done
 
 echo

@@ -23,10 +23,10 @@ foreach(header WgtTreeWidget.h CLS_WgtBaseTreeWidget.h CLS_WgtTreeWidgetItem.h T
     endif()
 endforeach()
 
-# The compiled translations lie beside the library.
+# The compiled translations lie beside the library, in the folder of its package.
 foreach(language en de zh_CN)
-    if(NOT EXISTS ${prefix}/${WGT_INSTALL_LIBDIR}/WgtTreeWidget/translations/wgttreewidget_${language}.qm)
-        message(FATAL_ERROR "installed translation missing: ${WGT_INSTALL_LIBDIR}/WgtTreeWidget/translations/wgttreewidget_${language}.qm")
+    if(NOT EXISTS ${prefix}/${WGT_INSTALL_LIBDIR}/${pkg}/translations/wgttreewidget_${language}.qm)
+        message(FATAL_ERROR "installed translation missing: ${WGT_INSTALL_LIBDIR}/${pkg}/translations/wgttreewidget_${language}.qm")
     endif()
 endforeach()
 
