@@ -4,14 +4,7 @@ file(REMOVE_RECURSE ${WGT_WORK_DIR})
 set(prefix ${WGT_WORK_DIR}/prefix)
 set(pkg ${WGT_PACKAGE_NAME})
 
-function(run_step what)
-    execute_process(COMMAND ${ARGN} RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
-    if(NOT rc EQUAL 0)
-        message(FATAL_ERROR "${what} failed (${rc}):\n${out}\n${err}")
-    endif()
-    message(STATUS "${what}: ok")
-    set(out "${out}" PARENT_SCOPE)
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/RunStep.cmake)
 
 run_step("install" ${WGT_CMAKE_COMMAND} --install ${WGT_BUILD_DIR} --prefix ${prefix})
 

@@ -17,14 +17,7 @@ if(NOT build_type)
     set(build_type Release)
 endif()
 
-function(run_step what)
-    execute_process(COMMAND ${ARGN} RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
-    if(NOT rc EQUAL 0)
-        message(FATAL_ERROR "${what} failed (${rc}):\n${out}\n${err}")
-    endif()
-    message(STATUS "${what}: ok")
-    set(out "${out}" PARENT_SCOPE)
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/RunStep.cmake)
 
 # ---- a build of the other major ----------------------------------------------------------------
 set(other_build ${WGT_OTHER_BUILD_DIR})
