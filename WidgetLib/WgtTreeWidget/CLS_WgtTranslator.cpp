@@ -146,7 +146,10 @@ bool CLS_WgtTranslator::eventFilter(QObject* _pWatched, QEvent* _pEvent)
 {
     // A translator was installed, removed or loaded: the application's keys may have changed. The
     // application object sees this before its widgets, which are told by posted events.
-    if (_pEvent->type() == QEvent::LanguageChange && _pWatched == QCoreApplication::instance())
+    // As an application filter this sees every event of the GUI thread, many of them posted by
+    // other threads: the receiver is compared first, so that only the application's own events
+    // are read at all, and the filter costs one comparison for the rest.
+    if (_pWatched == QCoreApplication::instance() && _pEvent->type() == QEvent::LanguageChange)
         RefreshApplicationKeys();
     return QTranslator::eventFilter(_pWatched, _pEvent);
 }
