@@ -496,11 +496,12 @@ void CLS_WgtBaseTreeWidget::SlotCheckStateChanged(QTreeWidgetItem* _pItem, bool 
 // ---- tool bars -----------------------------------------------------------------------------------
 
 CLS_WgtItemToolBar* CLS_WgtBaseTreeWidget::CreateItemButtons(const QString& _qstrId,
-                                                             const QVector<CLS_ItemButton>& _qvecButtons)
+                                                             const QVector<CLS_ItemButton>& _qvecButtons,
+                                                             QWidget* _pParent)
 {
     if (_qvecButtons.isEmpty())
         return nullptr;
-    auto* pToolBar = new CLS_WgtItemToolBar(nullptr);
+    auto* pToolBar = new CLS_WgtItemToolBar(_pParent);
     pToolBar->Init(_qvecButtons, _qstrId);
     connect(pToolBar, &CLS_WgtItemToolBar::SignTriggered, this, &CLS_WgtBaseTreeWidget::SignClickButton);
     return pToolBar;
@@ -1087,6 +1088,29 @@ void CLS_WgtBaseTreeWidget::EndRowBatch()
 
 // ---- tool bars on demand -------------------------------------------------------------------------
 
+namespace {
+
+// Whether a bar built for one row serves another: buttons that look and act the same (the device
+// tree gives each row its own copies, which differ only in the owner data and the start state).
+bool SameButtons(const QVector<CLS_ItemButton>& _qvecFirst, const QVector<CLS_ItemButton>& _qvecSecond)
+{
+    if (_qvecFirst.constData() == _qvecSecond.constData())
+        return true;
+    if (_qvecFirst.size() != _qvecSecond.size())
+        return false;
+    for (int i = 0; i < _qvecFirst.size(); ++i) {
+        const CLS_ItemButton& clsFirst = _qvecFirst.at(i);
+        const CLS_ItemButton& clsSecond = _qvecSecond.at(i);
+        if (clsFirst.m_qstrId != clsSecond.m_qstrId || clsFirst.m_qstrText != clsSecond.m_qstrText ||
+            clsFirst.m_qstrTooltip != clsSecond.m_qstrTooltip ||
+            clsFirst.m_qstrIcon != clsSecond.m_qstrIcon || clsFirst.m_blCheckable != clsSecond.m_blCheckable)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
 void CLS_WgtBaseTreeWidget::SetToolBarMountType(n_ToolBarMountType _iType)
 {
     m_iToolBarMountType = _iType;
@@ -1122,20 +1146,36 @@ void CLS_WgtBaseTreeWidget::MountItemButtons(QTreeWidgetItem* _pNode, const QStr
 
 QStackedWidget* CLS_WgtBaseTreeWidget::MakeItemButtons(const QString& _qstrId,
                                                        const QVector<CLS_ItemButton>& _qvecButtons,
-                                                       bool _blFixedGeometry, const QVector<bool>* _pChecked)
+                                                       bool _blFixedGeometry, const QVector<bool>* _pChecked,
+                                                       QWidget* _pParent)
 {
-    CLS_WgtItemToolBar* pToolBar = CreateItemButtons(_qstrId, _qvecButtons);
-    if (pToolBar == nullptr)
+    if (_qvecButtons.isEmpty())
         return nullptr;
+    CLS_WgtToolBtnStack* pStack = nullptr;
+    if (_pParent != nullptr) {
+        // Stack, blank page and bar are born where they will live: each widget takes the style of
+        // the tree once, when it is made.
+        pStack = new CLS_WgtToolBtnStack(_pParent);
+        pStack->hide(); // until placed over its row
+        if (m_iBtnShowType != ITEM_BTN_SHOW_ALWAYS)
+            pStack->addWidget(new QWidget(pStack));
+    }
+    CLS_WgtItemToolBar* pToolBar = CreateItemButtons(_qstrId, _qvecButtons, pStack);
+    if (pToolBar == nullptr) {
+        delete pStack;
+        return nullptr;
+    }
     if (_pChecked != nullptr) {
         // A bar made again: the buttons keep the state the user left them in.
         const QList<QAction*> qlstActions = pToolBar->actions();
         for (int i = 0; i < qlstActions.size() && i < _pChecked->size(); ++i)
             qlstActions.at(i)->setChecked(_pChecked->at(i));
     }
-    auto* pStack = new CLS_WgtToolBtnStack(nullptr);
-    if (m_iBtnShowType != ITEM_BTN_SHOW_ALWAYS)
-        pStack->addWidget(new QWidget(nullptr));
+    if (pStack == nullptr) {
+        pStack = new CLS_WgtToolBtnStack(nullptr);
+        if (m_iBtnShowType != ITEM_BTN_SHOW_ALWAYS)
+            pStack->addWidget(new QWidget(nullptr));
+    }
     pStack->addWidget(pToolBar);
     if (_blFixedGeometry)
         pStack->setGeometry(0, 0, 50, 30);
@@ -1189,10 +1229,9 @@ void CLS_WgtBaseTreeWidget::MountPendingBar(QTreeWidgetItem* _pNode)
     QStackedWidget* pStack = TakeSpareBar(stBar);
     if (pStack == nullptr) {
         pStack = MakeItemButtons(stBar.m_qstrId, stBar.m_qvecButtons, stBar.m_blFixedGeometry,
-                                 stBar.m_qvecChecked.isEmpty() ? nullptr : &stBar.m_qvecChecked);
+                                 stBar.m_qvecChecked.isEmpty() ? nullptr : &stBar.m_qvecChecked, viewport());
         if (pStack == nullptr)
             return;
-        pStack->setParent(viewport()); // hidden until placed
     }
     pStack->setCurrentIndex(0);
     stDemand.m_pStack = pStack;
@@ -1224,8 +1263,7 @@ QStackedWidget* CLS_WgtBaseTreeWidget::TakeSpareBar(const STRCT_PendingBar& _stB
     // costs; a bar given back by a row out of view serves the next row with the same buttons.
     for (int i = m_qvecSpareBars.size() - 1; i >= 0; --i) {
         const STRCT_SpareBar& stSpare = m_qvecSpareBars.at(i);
-        if (stSpare.m_pStack == nullptr ||
-            stSpare.m_qvecButtons.constData() != _stBar.m_qvecButtons.constData())
+        if (stSpare.m_pStack == nullptr || !SameButtons(stSpare.m_qvecButtons, _stBar.m_qvecButtons))
             continue;
         QPointer<QStackedWidget> pStack = stSpare.m_pStack;
         m_qvecSpareBars.remove(i);
@@ -1239,7 +1277,7 @@ QStackedWidget* CLS_WgtBaseTreeWidget::TakeSpareBar(const STRCT_PendingBar& _stB
             for (const CLS_ItemButton& clsButton : _stBar.m_qvecButtons)
                 qvecChecked.append(clsButton.m_blChecked);
         }
-        pToolBar->Reuse(_stBar.m_qstrId, qvecChecked);
+        pToolBar->Reuse(_stBar.m_qstrId, _stBar.m_qvecButtons, qvecChecked);
         if (_stBar.m_blFixedGeometry)
             pStack->setGeometry(0, 0, 50, 30);
         return pStack;
@@ -1277,19 +1315,21 @@ void CLS_WgtBaseTreeWidget::MountVisibleToolBars()
     ++m_uPaintStamp;
     const CLS_RowIconCache iconBatch; // the button pictures, read once for all new bars
 
-    // The rows laid out inside the viewport, top to bottom: each gets its bar, in its place.
+    // The rows laid out inside the viewport, top to bottom: those with a bar have it placed, those
+    // whose bar is still to come get it below.
     const int iBottom = viewport()->height();
     QModelIndex index = indexAt(QPoint(1, 1));
     if (!index.isValid() && header() != nullptr)
         index = indexAt(QPoint(header()->sectionViewportPosition(0) + 1, 1));
     int iVisible = 0;
+    QVector<QTreeWidgetItem*> qvecMount;
     for (; index.isValid(); index = indexBelow(index)) {
         if (visualRect(index).top() >= iBottom)
             break;
         ++iVisible;
         QTreeWidgetItem* pNode = itemFromIndex(index.sibling(index.row(), 0));
         if (m_qhashPendingBars.contains(pNode)) {
-            MountPendingBar(pNode);
+            qvecMount.append(pNode);
             continue;
         }
         auto it = m_qhashDemandBars.find(pNode);
@@ -1299,20 +1339,25 @@ void CLS_WgtBaseTreeWidget::MountVisibleToolBars()
         }
     }
 
-    // Bars of rows out of view are hidden; once there are several screens of them, they are given
-    // back (each holds a few widgets).
-    const int iKeep = qMax(256, 4 * iVisible);
+    // Bars of rows out of view are hidden. Once they and the bars still to come pass two screens,
+    // they are given back before the new rows are served: a bar handed over from a row out of view
+    // costs little, a new one (a tool bar with its layout, buttons and style) is most of what
+    // scrolling costs.
+    const int iKeep = qMax(CONST_iKeptBars, 2 * iVisible);
+    const bool blRelease = m_qhashDemandBars.size() + qvecMount.size() > iKeep;
     QVector<QTreeWidgetItem*> qvecRelease;
     for (auto it = m_qhashDemandBars.begin(); it != m_qhashDemandBars.end(); ++it) {
         if (it.value().m_uSeen == m_uPaintStamp)
             continue;
         if (it.value().m_pStack != nullptr && !it.value().m_pStack->isHidden())
             it.value().m_pStack->hide();
-        if (m_qhashDemandBars.size() > iKeep && it.key() != m_pHoverNode)
+        if (blRelease && it.key() != m_pHoverNode)
             qvecRelease.append(it.key());
     }
     for (QTreeWidgetItem* pNode : qAsConst(qvecRelease))
         ReleaseDemandBar(pNode);
+    for (QTreeWidgetItem* pNode : qAsConst(qvecMount))
+        MountPendingBar(pNode);
     m_blMounting = false;
 }
 

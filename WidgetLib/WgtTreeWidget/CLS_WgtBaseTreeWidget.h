@@ -148,9 +148,11 @@ protected:
     void dropEvent(QDropEvent* _pEvent) override;
     void startDrag(Qt::DropActions _supportedActions) override;
 
-    // Makes the tool bar of a row; null for no buttons.
-    CLS_WgtItemToolBar* CreateItemButtons(const QString& _qstrId,
-                                          const QVector<CLS_ItemButton>& _qvecButtons);
+    // Makes the tool bar of a row; null for no buttons. Bars are made without a parent; a bar made
+    // on demand is born in its stack, which is already in the viewport, so that the style sheets of
+    // the tree reach its buttons once, as they are made, instead of again at a change of parent.
+    CLS_WgtItemToolBar* CreateItemButtons(const QString& _qstrId, const QVector<CLS_ItemButton>& _qvecButtons,
+                                          QWidget* _pParent = nullptr);
 
     int CreateTree(QTreeWidgetItem* _pParent, const CLS_TreeItem& _clsItem,
                    const QMap<QString, QVector<CLS_TreeItem>>& _qmapChildren, bool _blCreate);
@@ -233,8 +235,10 @@ private:
         quint64 m_uSeen = 0;
         QPointer<QStackedWidget> m_pStack; // a child of the viewport
     };
+    // The stack with its bar; with a parent (the viewport), the stack is made hidden inside it.
     QStackedWidget* MakeItemButtons(const QString& _qstrId, const QVector<CLS_ItemButton>& _qvecButtons,
-                                    bool _blFixedGeometry, const QVector<bool>* _pChecked);
+                                    bool _blFixedGeometry, const QVector<bool>* _pChecked,
+                                    QWidget* _pParent = nullptr);
     bool PlaceDemandBar(QTreeWidgetItem* _pNode, QWidget* _pStack);
     // Hides a bar made on demand and keeps the state of its buttons; with _blKeep the stack may
     // wait for another row (TakeSpareBar), else it goes.
@@ -250,6 +254,9 @@ private:
     };
     QVector<STRCT_SpareBar> m_qvecSpareBars;
     static constexpr int CONST_iSpareBars = 256;
+    // Bars made on demand that stay with their rows out of view: at least this many, and two
+    // screens of rows.
+    static constexpr int CONST_iKeptBars = 64;
     quint64 m_uPaintStamp = 0;
     QObject* m_pPaintWatch = nullptr; // the viewport's filter that calls MountVisibleToolBars
     bool m_blMounting = false;

@@ -1484,6 +1484,23 @@ int CLS_WgtDeviceTree::GetChilds(const QString& _qstrId, QVector<CLS_CustomTreeN
     return 0;
 }
 
+bool CLS_WgtDeviceTree::HasChildNode(const QString& _qstrId)
+{
+    CLS_WgtBaseTreeWidget* pTree = PanelTree();
+    if (pTree == nullptr || _qstrId.isEmpty())
+        return false;
+    QTreeWidgetItem* pNode = pTree->GetNodeById(_qstrId);
+    if (pNode == nullptr)
+        return false;
+    for (int i = 0; i < pNode->childCount(); ++i) {
+        CLS_TreeItem clsRow;
+        if (pTree->GetBindData(pNode->child(i), clsRow) == 0 && !clsRow.m_qstrId.isEmpty() &&
+            m_qmapNodes.contains(clsRow.m_qstrId))
+            return true;
+    }
+    return false;
+}
+
 int CLS_WgtDeviceTree::GetChildsByDevId(const QString& _qstrDevId, QVector<CLS_CustomTreeNode>& _qvecNodes)
 {
     if (_qstrDevId.isEmpty() || !m_qmapDevIdToTreeId.contains(_qstrDevId))
@@ -1677,8 +1694,7 @@ void CLS_WgtDeviceTree::SlotCheckedStatusChange(QString _qstrId, bool _blChecked
 
     if (m_iTreeType == DEV_TREE_CUSTOM && node.m_iType == CONST_iTypeGroup) {
         // An empty group of a custom tree can't stay checked: put it back quietly.
-        QVector<CLS_CustomTreeNode> qvecChildren;
-        if (GetChilds(_qstrId, qvecChildren, false) < 0 || qvecChildren.isEmpty()) {
+        if (!HasChildNode(_qstrId)) {
             SetItemCheckStatus(_qstrId, Qt::Unchecked, false);
             return;
         }

@@ -268,6 +268,9 @@ private:
     CLS_WgtBaseTreeWidget* PanelTree() const;
     // The model's record of a row id, copied into _node; false for an empty or unknown id.
     bool LookupNode(const QString& _qstrId, CLS_CustomTreeNode& _node) const;
+    // Whether GetChilds of the row, one level, would find a node: stops at the first one and copies
+    // no node (a check of the root asks this of every group).
+    bool HasChildNode(const QString& _qstrId);
 
     // Clears that an Init on a foreign thread has queued and whose model part it has already done.
     QAtomicInt m_iQueuedRowClears;

@@ -81,12 +81,18 @@ void CLS_WgtItemToolBar::changeEvent(QEvent* _pEvent)
     QToolBar::changeEvent(_pEvent);
 }
 
-void CLS_WgtItemToolBar::Reuse(const QString& _qstrParentId, const QVector<bool>& _qvecChecked)
+void CLS_WgtItemToolBar::Reuse(const QString& _qstrParentId, const QVector<CLS_ItemButton>& _qvecButtons,
+                               const QVector<bool>& _qvecChecked)
 {
     m_qstrParentId = _qstrParentId;
     const QList<QAction*> qlstActions = actions();
-    for (int i = 0; i < qlstActions.size() && i < _qvecChecked.size(); ++i)
-        qlstActions.at(i)->setChecked(_qvecChecked.at(i));
+    for (int i = 0; i < qlstActions.size(); ++i) {
+        QAction* pAction = qlstActions.at(i);
+        if (i < _qvecButtons.size())
+            pAction->setData(QVariant::fromValue(_qvecButtons.at(i)));
+        if (i < _qvecChecked.size())
+            pAction->setChecked(_qvecChecked.at(i));
+    }
 }
 
 void CLS_WgtItemToolBar::SetLang(const QString& _qstrLang)

@@ -23,9 +23,11 @@ public:
 
     // Stores the row id and makes the actions, in vector order. Called once per bar.
     void Init(const QVector<CLS_ItemButton>& _qvecButtons, const QString& _qstrParentId);
-    // Hands a bar that a tree gave back to another row with the same buttons: the row id, and the
-    // check state of each button (the buttons' own copies keep the state of the build).
-    void Reuse(const QString& _qstrParentId, const QVector<bool>& _qvecChecked);
+    // Hands a bar that a tree gave back to another row whose buttons look the same (ids, texts, tool
+    // tips, icons, checkable): the row id, each action's copy of its button (the new row's, with the
+    // state of its build), and the check state of each button.
+    void Reuse(const QString& _qstrParentId, const QVector<CLS_ItemButton>& _qvecButtons,
+               const QVector<bool>& _qvecChecked);
     void SetLang(const QString& _qstrLang);
     void LoadStyleSheet(const QString& _qstrStyleSheet);
 

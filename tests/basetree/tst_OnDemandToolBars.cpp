@@ -96,6 +96,7 @@ private slots:
     void shouldForgetBarsOfDeletedRowsAndOfARebuild();
     void shouldKeepTheBuildButtonsAfterUpdateItem();
     void shouldGiveTheAddItemGeometryToABarMadeLater();
+    void shouldHandBarsOverToRowsComingIntoViewWithTheirOwnButtons();
 };
 
 void tst_OnDemandToolBars::shouldBuildEveryBarOfATreeWithTwoThousandButtonRows()
@@ -315,4 +316,58 @@ void tst_OnDemandToolBars::shouldGiveTheAddItemGeometryToABarMadeLater()
 }
 
 QTEST_MAIN(tst_OnDemandToolBars)
+void tst_OnDemandToolBars::shouldHandBarsOverToRowsComingIntoViewWithTheirOwnButtons()
+{
+    // Each leaf's buttons carry the leaf's own data, as the device tree gives each channel its
+    // device id: equal-looking buttons in vectors of their own.
+    QMap<QString, CLS_TreeItem> qmapItems = Groups(100, 10);
+    for (auto it = qmapItems.begin(); it != qmapItems.end(); ++it) {
+        for (CLS_ItemButton& clsButton : it.value().m_qvecButtons)
+            clsButton.m_varData = QVariant(it.key());
+    }
+    CLS_TestBaseTree tree;
+    tree.SetToolBarMountType(TOOLBAR_MOUNT_ON_DEMAND);
+    tree.resize(300, 200);
+    QCOMPARE(tree.Init("root", qmapItems, true), 0);
+    tree.expandAll();
+    tree.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&tree));
+    Paint(tree);
+
+    // Page by page through 1,101 rows: the bars of rows left behind serve the rows coming in.
+    QSet<QWidget*> qsetStacks;
+    int iRowsWithBars = 0;
+    QScrollBar* pScroll = tree.verticalScrollBar();
+    while (true) {
+        for (auto it = tree.m_qmapNodes.cbegin(); it != tree.m_qmapNodes.cend(); ++it) {
+            QWidget* pStack = tree.GetItemButtons(it.value());
+            if (pStack != nullptr && pStack->isVisible()) {
+                qsetStacks.insert(pStack);
+                ++iRowsWithBars;
+            }
+        }
+        if (pScroll->value() >= pScroll->maximum())
+            break;
+        pScroll->setValue(pScroll->value() + pScroll->pageStep());
+        Paint(tree);
+    }
+    QVERIFY2(iRowsWithBars >= 500, qPrintable(QString::number(iRowsWithBars)));
+    QVERIFY2(qsetStacks.size() <= 100, qPrintable(QString::number(qsetStacks.size())));
+
+    // The last leaf's bar came from another row, yet reports this row and its own buttons.
+    QSignalSpy spy(&tree, &CLS_WgtBaseTreeWidget::SignClickButton);
+    CLS_WgtItemToolBar* pBar = BarOf(tree, "g99-9");
+    QVERIFY(pBar != nullptr);
+    QVERIFY(pBar->isVisible());
+    QCOMPARE(pBar->actions().size(), 2);
+    QCOMPARE(pBar->actions().at(0)->data().value<CLS_ItemButton>().m_varData.toString(), QString("g99-9"));
+    QVERIFY(!pBar->actions().at(0)->isChecked());
+    pBar->actions().at(1)->trigger();
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(spy.at(0).at(0).toString(), QString("g99-9"));
+    const CLS_ItemButton clsClicked = spy.at(0).at(1).value<CLS_ItemButton>();
+    QCOMPARE(clsClicked.m_qstrId, QString("plain"));
+    QCOMPARE(clsClicked.m_varData.toString(), QString("g99-9"));
+}
+
 #include "tst_OnDemandToolBars.moc"
