@@ -178,6 +178,9 @@ int CLS_WgtBaseTreeWidget::Init(const QString& _qstrRootId, const QMap<QString, 
             ++iButtonRows;
     }
     m_blBuildOnDemand = OnDemandFor(iButtonRows);
+    // A big tree whose rows hold no widget of their own has rows of one height: the view then
+    // measures one row instead of every row it lays out, scrolls or updates.
+    SetUniformRows(_qmapItems.size() > CONST_iEagerToolBarRows && (m_blBuildOnDemand || iButtonRows == 0));
 
     // Parent id -> children. The insertion place, one ahead of the first sibling with a greater
     // number rather than directly before it, is kept as it always was; CreateTree sorts again, so
@@ -1182,11 +1185,25 @@ QStackedWidget* CLS_WgtBaseTreeWidget::MakeItemButtons(const QString& _qstrId,
     return pStack;
 }
 
+void CLS_WgtBaseTreeWidget::SetUniformRows(bool _blUniform)
+{
+    if (_blUniform) {
+        if (!uniformRowHeights()) {
+            setUniformRowHeights(true);
+            m_blUniformRows = true;
+        }
+    } else if (m_blUniformRows) {
+        setUniformRowHeights(false); // only where the tree itself had turned it on
+        m_blUniformRows = false;
+    }
+}
+
 void CLS_WgtBaseTreeWidget::SetItemButtons(QTreeWidgetItem* _pNode, const QString& _qstrId,
                                            const QVector<CLS_ItemButton>& _qvecButtons, bool _blFixedGeometry,
                                            const QVector<bool>* _pChecked)
 {
     if (QStackedWidget* pStack = MakeItemButtons(_qstrId, _qvecButtons, _blFixedGeometry, _pChecked)) {
+        SetUniformRows(false);            // a row with its bar as index widget is as high as the bar
         setItemWidget(_pNode, 1, pStack); // the view owns the stack from here
         pStack->setCurrentIndex(0);
     }

@@ -79,10 +79,13 @@ public:
     // long as the tree holds at most CONST_iEagerToolBarRows of them (TOOLBAR_MOUNT_AUTO, the
     // default), so itemWidget(row, 1) is the stack right after the build. In a bigger tree a row's
     // bar is made when the row is first laid out inside the viewport, when the mouse is over it, or
-    // when EnsureItemButtons asks for it; a bar scrolled far out of view may be given back and is
-    // made again, with the live check state of its buttons, when the row comes back into view. A
-    // row taken out of the view (a move, a drag, a delete) loses its bar for good, as a bar made at
-    // build time does. The type applies to rows made from then on.
+    // when EnsureItemButtons asks for it; a bar scrolled far out of view may be given back, to
+    // serve another row with buttons that look the same, and the row gets a bar again, with the
+    // live check state of its buttons, when it comes back into view. A row taken out of the view (a
+    // move, a drag, a delete) loses its bar for good, as a bar made at build time does. The type
+    // applies to rows made from then on. A build of more than CONST_iEagerToolBarRows rows none of
+    // which holds its bar as an index widget (bars on demand, or no buttons) turns on uniform row
+    // heights, unless the page had; the first bar mounted as an index widget turns them off again.
     static constexpr int CONST_iEagerToolBarRows = 2000;
     void SetToolBarMountType(n_ToolBarMountType _iType);
     n_ToolBarMountType GetToolBarMountType() const { return m_iToolBarMountType; }
@@ -194,6 +197,10 @@ private:
                         const QVector<CLS_ItemButton>& _qvecButtons, bool _blFixedGeometry,
                         const QVector<bool>* _pChecked);
     bool OnDemandFor(int _iButtonRows) const;
+    // Uniform row heights for a big build whose rows hold no widget (bars on demand, or none), off
+    // again once a row gets its bar as an index widget; a page's own setting is left alone.
+    void SetUniformRows(bool _blUniform);
+    bool m_blUniformRows = false; // uniformRowHeights was turned on by the tree, not by a page
     void MountPendingBar(QTreeWidgetItem* _pNode);
     void ReleaseDemandBar(QTreeWidgetItem* _pNode);
     // Called before the viewport paints: mounts the bars of the rows about to be seen, and gives

@@ -97,6 +97,9 @@ private slots:
     void shouldKeepTheBuildButtonsAfterUpdateItem();
     void shouldGiveTheAddItemGeometryToABarMadeLater();
     void shouldHandBarsOverToRowsComingIntoViewWithTheirOwnButtons();
+    void shouldGiveABigTreeWithoutRowWidgetsUniformRowHeights();
+    void shouldLeaveRowHeightsFreeOnceABarIsAnIndexWidget();
+    void shouldKeepThePagesOwnRowHeightSetting();
 };
 
 void tst_OnDemandToolBars::shouldBuildEveryBarOfATreeWithTwoThousandButtonRows()
@@ -368,6 +371,64 @@ void tst_OnDemandToolBars::shouldHandBarsOverToRowsComingIntoViewWithTheirOwnBut
     const CLS_ItemButton clsClicked = spy.at(0).at(1).value<CLS_ItemButton>();
     QCOMPARE(clsClicked.m_qstrId, QString("plain"));
     QCOMPARE(clsClicked.m_varData.toString(), QString("g99-9"));
+}
+
+void tst_OnDemandToolBars::shouldGiveABigTreeWithoutRowWidgetsUniformRowHeights()
+{
+    // Bars on demand: no row holds a widget of its own, so every row is as high as the first.
+    CLS_TestBaseTree lazy;
+    QCOMPARE(lazy.Init("root", Groups(2001, 1), true), 0);
+    QVERIFY(lazy.uniformRowHeights());
+
+    // No buttons at all, more than 2,000 rows.
+    QMap<QString, CLS_TreeItem> qmapPlain;
+    Add(qmapPlain, MakeItem("root", QString(), 0));
+    for (int i = 0; i < 2001; ++i)
+        Add(qmapPlain, MakeItem(QString("r%1").arg(i), "root", i));
+    CLS_TestBaseTree plain;
+    QCOMPARE(plain.Init("root", qmapPlain, true), 0);
+    QVERIFY(plain.uniformRowHeights());
+
+    // Small trees keep Qt's default, and a rebuild into a small tree turns it off again.
+    qmapPlain.remove("r2000");
+    qmapPlain.remove("r1999");
+    CLS_TestBaseTree small;
+    QCOMPARE(small.Init("root", qmapPlain, true), 0); // 2,000 rows
+    QVERIFY(!small.uniformRowHeights());
+    QCOMPARE(plain.Init("root", qmapPlain, true), 0);
+    QVERIFY(!plain.uniformRowHeights());
+}
+
+void tst_OnDemandToolBars::shouldLeaveRowHeightsFreeOnceABarIsAnIndexWidget()
+{
+    // Every bar made with its row is an index widget, and such a row is as high as its bar.
+    CLS_TestBaseTree eager;
+    eager.SetToolBarMountType(TOOLBAR_MOUNT_AT_BUILD);
+    QCOMPARE(eager.Init("root", Groups(2100, 1), true), 0);
+    QVERIFY(!eager.uniformRowHeights());
+
+    CLS_TestBaseTree tree;
+    QCOMPARE(tree.Init("root", Groups(2001, 1), true), 0);
+    QVERIFY(tree.uniformRowHeights());
+    tree.SetToolBarMountType(TOOLBAR_MOUNT_AT_BUILD);
+    CLS_TreeItem clsNew = MakeItem("new", "g0", 9);
+    clsNew.m_qvecButtons = {MakeButton("b")};
+    QCOMPARE(tree.AddItem(clsNew), 0);
+    QVERIFY(tree.itemWidget(tree.GetNodeById("new"), 1) != nullptr);
+    QVERIFY(!tree.uniformRowHeights());
+}
+
+void tst_OnDemandToolBars::shouldKeepThePagesOwnRowHeightSetting()
+{
+    CLS_TestBaseTree tree;
+    tree.setUniformRowHeights(true); // the page's choice
+    QCOMPARE(tree.Init("root", Groups(2, 2), true), 0);
+    QVERIFY(tree.uniformRowHeights());
+    CLS_TreeItem clsNew = MakeItem("new", "g0", 9);
+    clsNew.m_qvecButtons = {MakeButton("b")};
+    QCOMPARE(tree.AddItem(clsNew), 0);
+    QVERIFY(tree.itemWidget(tree.GetNodeById("new"), 1) != nullptr);
+    QVERIFY(tree.uniformRowHeights());
 }
 
 #include "tst_OnDemandToolBars.moc"
