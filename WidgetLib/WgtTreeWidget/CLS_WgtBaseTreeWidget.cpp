@@ -483,7 +483,10 @@ void CLS_WgtBaseTreeWidget::SetAllExpandStatus(bool _blShow)
         expandAll();
     else
         collapseAll();
-    DeferRowLayout(); // both lay the rows out at once; later changes of the batch stay cheap
+    // Both lay the rows out at once. Inside a batch of the caller, its later changes stay cheap;
+    // alone, the rows stay as laid out.
+    if (m_iRowBatchDepth > 1)
+        DeferRowLayout();
 }
 
 void CLS_WgtBaseTreeWidget::SlotCheckStateChanged(QTreeWidgetItem* _pItem, bool _blChecked)

@@ -677,7 +677,8 @@ void CLS_WgtDeviceTree::ExpandAll()
     if (CLS_WgtBaseTreeWidget* pTree = PanelTree()) {
         CLS_TreeRowBatch batch(pTree);
         pTree->expandAll();
-        pTree->DeferRowLayout();
+        if (pTree->RowBatchDepth() > 1) // a batch of the caller goes on: keep its changes cheap
+            pTree->DeferRowLayout();
     }
 }
 
@@ -686,7 +687,8 @@ void CLS_WgtDeviceTree::CollapseAll()
     if (CLS_WgtBaseTreeWidget* pTree = PanelTree()) {
         CLS_TreeRowBatch batch(pTree);
         pTree->collapseAll();
-        pTree->DeferRowLayout();
+        if (pTree->RowBatchDepth() > 1) // a batch of the caller goes on: keep its changes cheap
+            pTree->DeferRowLayout();
     }
 }
 

@@ -41,6 +41,9 @@ public:
     bool m_blCheckable = false; // the QAction is checkable
     bool m_blChecked = false;   // the QAction starts checked
 };
+// The records hold only Qt's implicitly shared values and plain numbers: containers may move
+// them in memory (a grown QVector of rows or nodes copies no string).
+Q_DECLARE_TYPEINFO(CLS_ItemButton, Q_RELOCATABLE_TYPE);
 
 // One row of the base tree. The whole record is stored in its row under Qt::UserRole + 1.
 class CLS_TreeItem : public Common::CLS_ItemBase
@@ -56,6 +59,7 @@ public:
     QVector<CLS_ItemButton> m_qvecButtons; // tool buttons of the row's second column
     int m_iItemFlags = 0;                  // Qt::ItemFlags of the row; 0 = the tree's default flags
 };
+Q_DECLARE_TYPEINFO(CLS_TreeItem, Q_RELOCATABLE_TYPE);
 
 // One node of the device tree, kept in its node map under m_qstrTreeId.
 class CLS_CustomTreeNode
@@ -84,6 +88,7 @@ public:
     bool m_blValid = true;
     QMap<QString, QVariant> m_qmapExtend; // page data, copied and never read here
 };
+Q_DECLARE_TYPEINFO(CLS_CustomTreeNode, Q_RELOCATABLE_TYPE);
 
 // One context-menu entry, with its sub-entries. The struct bears the name it is registered under
 // (Qt 6 takes a meta-type's name from the C++ type itself); pages know it as _MenuItem.
