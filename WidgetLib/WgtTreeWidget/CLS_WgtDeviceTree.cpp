@@ -1285,16 +1285,23 @@ int CLS_WgtDeviceTree::UpdateAllChannelsStatus(QVariant _qvarData)
         CLS_TreeRowBatch batch(PanelTree());
         const CLS_RowIconCache iconBatch; // the few status pictures, read once for the batch
         for (auto it = qmapStatus.cbegin(); it != qmapStatus.cend(); ++it) {
-            if (it.key().isEmpty() || !m_qmapDevIdToTreeId.contains(it.key()))
+            // One look-up per map and entry: a batch can carry every channel of the installation.
+            if (it.key().isEmpty())
                 continue;
-            const QString qstrTreeId = m_qmapDevIdToTreeId.value(it.key());
-            if (qstrTreeId.isEmpty() || !m_qmapNodes.contains(qstrTreeId))
+            const auto itTreeId = m_qmapDevIdToTreeId.constFind(it.key());
+            if (itTreeId == m_qmapDevIdToTreeId.cend())
+                continue;
+            const QString qstrTreeId = itTreeId.value();
+            if (qstrTreeId.isEmpty())
+                continue;
+            auto itFound = m_qmapNodes.find(qstrTreeId);
+            if (itFound == m_qmapNodes.end())
                 continue;
 
             const bool blImage = it.value().first;
             const int iStatus = it.value().second;
             {
-                CLS_CustomTreeNode& node = m_qmapNodes[qstrTreeId];
+                CLS_CustomTreeNode& node = itFound.value();
                 if (blImage && node.m_iDevBindType < 1)
                     node.m_iDevBindType = CONST_iBindImageChannel;
                 else if (!blImage && node.m_iDevBindType == CONST_iBindImageChannel)
