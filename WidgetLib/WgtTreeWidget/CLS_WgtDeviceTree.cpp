@@ -897,41 +897,42 @@ int CLS_WgtDeviceTree::InitItem(const CLS_CustomTreeNode& _node, CLS_TreeItem& _
 void CLS_WgtDeviceTree::SetItemIcon(const CLS_CustomTreeNode& _node, CLS_TreeItem& _clsItem, bool _blRoot)
 {
     if (_blRoot) {
-        _clsItem.m_qstrIcon =
-            m_qstrPicPath + (m_iTreeType == DEV_TREE_RESOURCE ? "root_icon.png" : "fenzu.png");
+        _clsItem.m_qstrIcon = PicPath(m_iTreeType == DEV_TREE_RESOURCE ? QStringLiteral("root_icon.png")
+                                                                       : QStringLiteral("fenzu.png"));
         return;
     }
 
     QString qstrImage;
     switch (_node.m_iType) {
     case CONST_iTypeGroup:
-        qstrImage = "fenzu.png";
+        qstrImage = QStringLiteral("fenzu.png");
         break;
     case CONST_iTypeHost:
-        qstrImage = _node.m_iStatus == 0 ? "host_offline.png" : "host_online.png";
+        qstrImage =
+            _node.m_iStatus == 0 ? QStringLiteral("host_offline.png") : QStringLiteral("host_online.png");
         break;
     case CONST_iTypeChannel:
         if (_node.m_iStatus == 0)
-            qstrImage = "channel_offline.png";
+            qstrImage = QStringLiteral("channel_offline.png");
         else if (_node.m_iStatus == 2)
-            qstrImage = "channel_no.png";
+            qstrImage = QStringLiteral("channel_no.png");
         else
-            qstrImage = "channel_online.png";
+            qstrImage = QStringLiteral("channel_online.png");
         break;
     case CONST_iTypeAlarmIn:
-        qstrImage = "alarm_in.png";
+        qstrImage = QStringLiteral("alarm_in.png");
         break;
     case CONST_iTypeAlarmOut:
-        qstrImage = "alarm_out.png";
+        qstrImage = QStringLiteral("alarm_out.png");
         break;
     case CONST_iTypeDecoder:
-        qstrImage = "decoder_online.png";
+        qstrImage = QStringLiteral("decoder_online.png");
         break;
     case CONST_iTypeDecoderOut:
-        qstrImage = "decoderout_online.png";
+        qstrImage = QStringLiteral("decoderout_online.png");
         break;
     case CONST_iTypeDecoderIn:
-        qstrImage = "decoderin_online.png";
+        qstrImage = QStringLiteral("decoderin_online.png");
         break;
     default:
         break;
@@ -940,19 +941,19 @@ void CLS_WgtDeviceTree::SetItemIcon(const CLS_CustomTreeNode& _node, CLS_TreeIte
     // The bind kind wins. Note: it tests for on line (1), the type stage for off line (0).
     switch (_node.m_iDevBindType) {
     case CONST_iBindCar:
-        qstrImage = _node.m_iStatus == 1 ? "car_item.png" : "carerr_item.png";
+        qstrImage = _node.m_iStatus == 1 ? QStringLiteral("car_item.png") : QStringLiteral("carerr_item.png");
         break;
     case CONST_iBindPad:
-        qstrImage = _node.m_iStatus == 1 ? "pad_item.png" : "paderr_item.png";
+        qstrImage = _node.m_iStatus == 1 ? QStringLiteral("pad_item.png") : QStringLiteral("paderr_item.png");
         break;
     case CONST_iBindWay:
-        qstrImage = _node.m_iStatus == 1 ? "way_item.png" : "wayerr_item.png";
+        qstrImage = _node.m_iStatus == 1 ? QStringLiteral("way_item.png") : QStringLiteral("wayerr_item.png");
         break;
     default:
         break;
     }
 
-    _clsItem.m_qstrIcon = qstrImage.isEmpty() ? QString() : m_qstrPicPath + qstrImage;
+    _clsItem.m_qstrIcon = qstrImage.isEmpty() ? QString() : PicPath(qstrImage);
 }
 
 void CLS_WgtDeviceTree::CreateItemToolBtn(const CLS_CustomTreeNode& _node, CLS_TreeItem& _clsItem)
@@ -967,7 +968,7 @@ void CLS_WgtDeviceTree::CreateItemToolBtn(const CLS_CustomTreeNode& _node, CLS_T
     qvecButtons.reserve(qvecTemplates.size());
     for (const CLS_ItemButton& clsTemplate : qvecTemplates) {
         CLS_ItemButton clsButton = clsTemplate;
-        clsButton.m_qstrIcon = m_qstrPicPath + clsTemplate.m_qstrId + ".png"; // from the id alone
+        clsButton.m_qstrIcon = ButtonPicPath(clsTemplate.m_qstrId); // from the id alone
         clsButton.m_varData = QVariant(_node.m_qstrDevId);
         qvecButtons.append(clsButton);
     }
@@ -1366,52 +1367,57 @@ int CLS_WgtDeviceTree::UpdateNodeOnlineStatus(const QString& _qstrId, bool _blOn
     bool blRoot = false;
     if (m_iTreeType == DEV_TREE_RESOURCE) {
         if (_qstrId == CONST_qstrResourceRootId) {
-            _qstrIcon = m_qstrPicPath + "root_icon.png";
+            _qstrIcon = PicPath(QStringLiteral("root_icon.png"));
             blRoot = true;
         }
     } else if (_qstrId == CONST_qstrCustomRootId || _qstrId == CONST_qstrFavoriteRootId) {
-        _qstrIcon = m_qstrPicPath + "fenzu.png";
+        _qstrIcon = PicPath(QStringLiteral("fenzu.png"));
         blRoot = true;
     }
 
     if (!blRoot) {
         switch (node.m_iType) {
         case CONST_iTypeHost:
-            _qstrIcon = m_qstrPicPath + (_blOnline ? "host_online.png" : "host_offline.png");
+            _qstrIcon =
+                PicPath(_blOnline ? QStringLiteral("host_online.png") : QStringLiteral("host_offline.png"));
             break;
         case CONST_iTypeGroup:
-            _qstrIcon = m_qstrPicPath + "fenzu.png";
+            _qstrIcon = PicPath(QStringLiteral("fenzu.png"));
             break;
         case CONST_iTypeChannel:
-            _qstrIcon = m_qstrPicPath + (_blOnline ? "channel_online.png" : "channel_offline.png");
+            _qstrIcon = PicPath(_blOnline ? QStringLiteral("channel_online.png")
+                                          : QStringLiteral("channel_offline.png"));
             break;
         case CONST_iTypeAlarmIn:
-            _qstrIcon = m_qstrPicPath + "alarm_in.png";
+            _qstrIcon = PicPath(QStringLiteral("alarm_in.png"));
             break;
         case CONST_iTypeAlarmOut:
-            _qstrIcon = m_qstrPicPath + "alarm_out.png";
+            _qstrIcon = PicPath(QStringLiteral("alarm_out.png"));
             break;
         case CONST_iTypeDecoder:
-            _qstrIcon = m_qstrPicPath + "decoder_online.png";
+            _qstrIcon = PicPath(QStringLiteral("decoder_online.png"));
             break;
         case CONST_iTypeDecoderOut:
-            _qstrIcon = m_qstrPicPath + "decoderout_online.png";
+            _qstrIcon = PicPath(QStringLiteral("decoderout_online.png"));
             break;
         case CONST_iTypeDecoderIn:
-            _qstrIcon = m_qstrPicPath + "decoderin_online.png";
+            _qstrIcon = PicPath(QStringLiteral("decoderin_online.png"));
             break;
         default:
             break; // the caller's value stays
         }
         switch (node.m_iDevBindType) {
         case CONST_iBindCar:
-            _qstrIcon = m_qstrPicPath + (_blOnline ? "car_item.png" : "carerr_item.png");
+            _qstrIcon =
+                PicPath(_blOnline ? QStringLiteral("car_item.png") : QStringLiteral("carerr_item.png"));
             break;
         case CONST_iBindPad:
-            _qstrIcon = m_qstrPicPath + (_blOnline ? "pad_item.png" : "paderr_item.png");
+            _qstrIcon =
+                PicPath(_blOnline ? QStringLiteral("pad_item.png") : QStringLiteral("paderr_item.png"));
             break;
         case CONST_iBindWay:
-            _qstrIcon = m_qstrPicPath + (_blOnline ? "way_item.png" : "wayerr_item.png");
+            _qstrIcon =
+                PicPath(_blOnline ? QStringLiteral("way_item.png") : QStringLiteral("wayerr_item.png"));
             break;
         default:
             break;
@@ -1508,6 +1514,31 @@ bool CLS_WgtDeviceTree::HasChildNode(const QString& _qstrId)
             return true;
     }
     return false;
+}
+
+QString CLS_WgtDeviceTree::PicPath(const QString& _qstrImage) const
+{
+    return CachedPicPath(m_qhashPicPaths, _qstrImage, QString());
+}
+
+QString CLS_WgtDeviceTree::ButtonPicPath(const QString& _qstrButtonId) const
+{
+    return CachedPicPath(m_qhashButtonPics, _qstrButtonId, QStringLiteral(".png"));
+}
+
+QString CLS_WgtDeviceTree::CachedPicPath(QHash<QString, QString>& _qhashCache, const QString& _qstrKey,
+                                         const QString& _qstrSuffix) const
+{
+    QMutexLocker locker(&m_mtxPicPaths);
+    if (m_qstrPicPathOfCache != m_qstrPicPath) {
+        m_qhashPicPaths.clear();
+        m_qhashButtonPics.clear();
+        m_qstrPicPathOfCache = m_qstrPicPath;
+    }
+    auto it = _qhashCache.constFind(_qstrKey);
+    if (it == _qhashCache.cend())
+        it = _qhashCache.insert(_qstrKey, m_qstrPicPath + _qstrKey + _qstrSuffix);
+    return it.value();
 }
 
 int CLS_WgtDeviceTree::GetChildsByDevId(const QString& _qstrDevId, QVector<CLS_CustomTreeNode>& _qvecNodes)

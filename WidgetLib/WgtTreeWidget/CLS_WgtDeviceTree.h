@@ -8,6 +8,7 @@
 #include "TreeStructDefine.h"
 
 #include <QAtomicInt>
+#include <QHash>
 #include <QList>
 #include <QMap>
 #include <QMutex>
@@ -268,6 +269,18 @@ private:
     CLS_WgtBaseTreeWidget* PanelTree() const;
     // The model's record of a row id, copied into _node; false for an empty or unknown id.
     bool LookupNode(const QString& _qstrId, CLS_CustomTreeNode& _node) const;
+    // The path of one of the skin's pictures (a button's picture by the button's id), one shared
+    // string per picture: every row and record of a build refers to one of a few dozen files, and
+    // a status batch writes one per channel. Builds may run on a page's thread (Init) while status
+    // batches run on the GUI thread, so the cache has a lock of its own.
+    QString PicPath(const QString& _qstrImage) const;
+    QString ButtonPicPath(const QString& _qstrButtonId) const;
+    QString CachedPicPath(QHash<QString, QString>& _qhashCache, const QString& _qstrKey,
+                          const QString& _qstrSuffix) const;
+    mutable QMutex m_mtxPicPaths;
+    mutable QString m_qstrPicPathOfCache;              // the folder the cache below was made for
+    mutable QHash<QString, QString> m_qhashPicPaths;   // picture -> path
+    mutable QHash<QString, QString> m_qhashButtonPics; // button id -> path
     // Whether GetChilds of the row, one level, would find a node: stops at the first one and copies
     // no node (a check of the root asks this of every group).
     bool HasChildNode(const QString& _qstrId);
