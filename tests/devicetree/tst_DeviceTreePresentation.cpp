@@ -165,6 +165,7 @@ private slots:
 
     // tool buttons
     void shouldMakeButtonsFromIdAlone();
+    void shouldShareOnePathPerPictureAndFollowAMovedFolder();
     void shouldLeaveSomeRowsWithoutButtons_data();
     void shouldLeaveSomeRowsWithoutButtons();
     void shouldAddEmptyTemplateForTypeWithoutButtons();
@@ -760,6 +761,29 @@ void tst_DeviceTreePresentation::shouldMakeButtonsFromIdAlone()
     QCOMPARE(clsFirst.m_qvecButtons.at(0).m_varData.userType(), int(QMetaType::QString));
     // The templates themselves stay as given.
     QCOMPARE(tree.m_qmapItemBtns.value(4).at(0).m_qstrIcon, QString("/elsewhere/custom.png"));
+}
+
+void tst_DeviceTreePresentation::shouldShareOnePathPerPictureAndFollowAMovedFolder()
+{
+    CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM);
+    tree.SetItemToolButtons(ChannelTemplates());
+    CLS_TreeItem clsFirst;
+    tree.InitItem(MakeNode("c1", "g1", 4, "D1"), clsFirst, false, false);
+    CLS_TreeItem clsSecond;
+    tree.InitItem(MakeNode("c2", "g1", 4, "D2"), clsSecond, false, false);
+    QCOMPARE(clsFirst.m_qstrIcon, Pic(tree, "channel_offline.png"));
+    // Rows of one picture hold one string, and so do their buttons.
+    QCOMPARE(clsFirst.m_qstrIcon.constData(), clsSecond.m_qstrIcon.constData());
+    QCOMPARE(clsFirst.m_qvecButtons.at(1).m_qstrIcon, Pic(tree, "rec.png"));
+    QCOMPARE(clsFirst.m_qvecButtons.at(1).m_qstrIcon.constData(),
+             clsSecond.m_qvecButtons.at(1).m_qstrIcon.constData());
+
+    // A tree whose folder changed makes its paths from the new folder.
+    tree.m_qstrPicPath = "/moved/";
+    CLS_TreeItem clsMoved;
+    tree.InitItem(MakeNode("c3", "g1", 4, "D3"), clsMoved, false, false);
+    QCOMPARE(clsMoved.m_qstrIcon, QString("/moved/channel_offline.png"));
+    QCOMPARE(clsMoved.m_qvecButtons.at(0).m_qstrIcon, QString("/moved/play.png"));
 }
 
 void tst_DeviceTreePresentation::shouldLeaveSomeRowsWithoutButtons_data()
