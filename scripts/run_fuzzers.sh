@@ -90,10 +90,11 @@ run_target() {
         EXTRA+=("-dict=${FUZZ_SRC}/fuzz_stylesheet.dict")
         ;;
     fuzz_installation)
-        # The keys and reserved ids of the installation format. Full stacks for the leak check:
-        # the suppression of Qt's JSON parser names a function, not a library.
+        # The keys and reserved ids of the installation format. Full and long stacks for the leak
+        # check: the suppression of Qt's JSON parser names a function, not a library, and that
+        # function stands below two frames per level of nesting (the target reads up to 96).
         EXTRA+=("-dict=${FUZZ_SRC}/fuzz_installation.dict")
-        TARGET_LSAN_OPTIONS="${LSAN_OPTIONS}:fast_unwind_on_malloc=0"
+        TARGET_LSAN_OPTIONS="${LSAN_OPTIONS}:fast_unwind_on_malloc=0:malloc_context_size=255"
         ;;
     fuzz_devicetree_init | fuzz_status_batch)
         # The trees' status threads allocate while an input runs, so libFuzzer would take every
