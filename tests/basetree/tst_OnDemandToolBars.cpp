@@ -401,10 +401,15 @@ void tst_OnDemandToolBars::shouldGiveABigTreeWithoutRowWidgetsUniformRowHeights(
 
 void tst_OnDemandToolBars::shouldLeaveRowHeightsFreeOnceABarIsAnIndexWidget()
 {
-    // Every bar made with its row is an index widget, and such a row is as high as its bar.
+    // Every bar made with its row is an index widget, and such a row is as high as its bar: a big
+    // tree with a few rows with buttons, all built at once, keeps rows of their own heights.
+    QMap<QString, CLS_TreeItem> qmapItems = Groups(2, 2);
+    for (int i = 0; i < 2000; ++i)
+        Add(qmapItems, MakeItem(QString("p%1").arg(i), "root", 10 + i));
     CLS_TestBaseTree eager;
-    eager.SetToolBarMountType(TOOLBAR_MOUNT_AT_BUILD);
-    QCOMPARE(eager.Init("root", Groups(2100, 1), true), 0);
+    QCOMPARE(eager.Init("root", qmapItems, true), 0);
+    QCOMPARE(eager.PendingToolBarCount(), 0);
+    QVERIFY(eager.itemWidget(eager.GetNodeById("g1-1"), 1) != nullptr);
     QVERIFY(!eager.uniformRowHeights());
 
     CLS_TestBaseTree tree;
