@@ -1157,30 +1157,20 @@ QStackedWidget* CLS_WgtBaseTreeWidget::MakeItemButtons(const QString& _qstrId,
 {
     if (_qvecButtons.isEmpty())
         return nullptr;
-    CLS_WgtToolBtnStack* pStack = nullptr;
-    if (_pParent != nullptr) {
-        // Stack, blank page and bar are born where they will live: each widget takes the style of
-        // the tree once, when it is made.
-        pStack = new CLS_WgtToolBtnStack(_pParent);
+    auto* pStack = new CLS_WgtToolBtnStack(_pParent);
+    if (_pParent != nullptr)
         pStack->hide(); // until placed over its row
-        if (m_iBtnShowType != ITEM_BTN_SHOW_ALWAYS)
-            pStack->addWidget(new QWidget(pStack));
-    }
-    CLS_WgtItemToolBar* pToolBar = CreateItemButtons(_qstrId, _qvecButtons, pStack);
-    if (pToolBar == nullptr) {
-        delete pStack;
-        return nullptr;
-    }
+    if (m_iBtnShowType != ITEM_BTN_SHOW_ALWAYS)
+        pStack->addWidget(new QWidget(pStack));
+    // A stack born in the viewport has its bar born in it too: each widget takes the style of the
+    // tree once, when it is made. A stack for an index widget gets a bar without parent.
+    CLS_WgtItemToolBar* pToolBar =
+        CreateItemButtons(_qstrId, _qvecButtons, _pParent != nullptr ? pStack : nullptr);
     if (_pChecked != nullptr) {
         // A bar made again: the buttons keep the state the user left them in.
         const QList<QAction*> qlstActions = pToolBar->actions();
         for (int i = 0; i < qlstActions.size() && i < _pChecked->size(); ++i)
             qlstActions.at(i)->setChecked(_pChecked->at(i));
-    }
-    if (pStack == nullptr) {
-        pStack = new CLS_WgtToolBtnStack(nullptr);
-        if (m_iBtnShowType != ITEM_BTN_SHOW_ALWAYS)
-            pStack->addWidget(new QWidget(nullptr));
     }
     pStack->addWidget(pToolBar);
     if (_blFixedGeometry)

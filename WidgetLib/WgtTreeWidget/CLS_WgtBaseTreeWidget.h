@@ -71,8 +71,6 @@ public:
     void BeginRowBatch();
     void EndRowBatch();
     bool InRowBatch() const { return m_iRowBatchDepth > 0; }
-    // Batches open now, the caller's own included.
-    int RowBatchDepth() const { return m_iRowBatchDepth; }
     // Inside a batch, after a call that laid the rows out (expandAll, a scroll to a row): keeps
     // the rest of the batch from laying them out again after each change.
     void DeferRowLayout();

@@ -674,22 +674,14 @@ void CLS_WgtDeviceTree::ExpandHostItem()
 
 void CLS_WgtDeviceTree::ExpandAll()
 {
-    if (CLS_WgtBaseTreeWidget* pTree = PanelTree()) {
-        CLS_TreeRowBatch batch(pTree);
-        pTree->expandAll();
-        if (pTree->RowBatchDepth() > 1) // a batch of the caller goes on: keep its changes cheap
-            pTree->DeferRowLayout();
-    }
+    if (CLS_WgtBaseTreeWidget* pTree = PanelTree())
+        pTree->SetAllExpandStatus(true); // QTreeView::expandAll, in a batch
 }
 
 void CLS_WgtDeviceTree::CollapseAll()
 {
-    if (CLS_WgtBaseTreeWidget* pTree = PanelTree()) {
-        CLS_TreeRowBatch batch(pTree);
-        pTree->collapseAll();
-        if (pTree->RowBatchDepth() > 1) // a batch of the caller goes on: keep its changes cheap
-            pTree->DeferRowLayout();
-    }
+    if (CLS_WgtBaseTreeWidget* pTree = PanelTree())
+        pTree->SetAllExpandStatus(false); // QTreeView::collapseAll, in a batch
 }
 
 CLS_WgtBaseTreeWidget* CLS_WgtDeviceTree::PanelTree() const
@@ -1286,7 +1278,8 @@ int CLS_WgtDeviceTree::UpdateAllChannelsStatus(QVariant _qvarData)
         CLS_TreeRowBatch batch(PanelTree());
         const CLS_RowIconCache iconBatch; // the few status pictures, read once for the batch
         for (auto it = qmapStatus.cbegin(); it != qmapStatus.cend(); ++it) {
-            // One look-up per map and entry: a batch can carry every channel of the installation.
+            // Iterators instead of a test and a second search: a batch can carry every channel of
+            // the installation. The node is found again after the icon, as before.
             if (it.key().isEmpty())
                 continue;
             const auto itTreeId = m_qmapDevIdToTreeId.constFind(it.key());
