@@ -2,8 +2,6 @@
 
 #include "CLS_DeviceTreeBGThread.h"
 
-#include <QHeaderView>
-
 #include "CLS_DevManage.h"
 #include "CLS_IApp.h"
 #include "CLS_IResourceTree.h"

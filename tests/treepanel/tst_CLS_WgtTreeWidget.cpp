@@ -3,6 +3,7 @@
 
 #include "CLS_LineEdit.h"
 #include "CLS_TreeSnapshot.h"
+#include "CLS_TreeTestUtil.h"
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtTranslator.h"
 #include "CLS_WgtTreeWidget.h"
@@ -35,16 +36,7 @@ public:
 
 namespace {
 
-CLS_TreeItem MakeItem(const QString& _qstrId, const QString& _qstrParentId, int _iSortNo,
-                      const QString& _qstrText)
-{
-    CLS_TreeItem clsItem;
-    clsItem.m_qstrId = _qstrId;
-    clsItem.m_qstrParentId = _qstrParentId;
-    clsItem.m_iSortNo = _iSortNo;
-    clsItem.m_qstrText = _qstrText;
-    return clsItem;
-}
+using CLS_TreeTestUtil::MakeItem;
 
 // A root row with _iCameras rows "Camera N" and one "Door" row.
 QMap<QString, CLS_TreeItem> CameraTree(int _iCameras)

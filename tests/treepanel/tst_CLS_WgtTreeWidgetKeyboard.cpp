@@ -2,6 +2,7 @@
 // result, Up back to the line, Escape clearing the search. Real key events on the widgets.
 
 #include "CLS_LineEdit.h"
+#include "CLS_TreeTestUtil.h"
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtTreeWidget.h"
 #include "Ui_CLS_WgtTreeWidget.h"
@@ -26,16 +27,7 @@ public:
 
 namespace {
 
-CLS_TreeItem MakeItem(const QString& _qstrId, const QString& _qstrParentId, int _iSortNo,
-                      const QString& _qstrText)
-{
-    CLS_TreeItem clsItem;
-    clsItem.m_qstrId = _qstrId;
-    clsItem.m_qstrParentId = _qstrParentId;
-    clsItem.m_iSortNo = _iSortNo;
-    clsItem.m_qstrText = _qstrText;
-    return clsItem;
-}
+using CLS_TreeTestUtil::MakeItem;
 
 // A root row "Site" with "Camera 0" .. "Camera 4" and "Door".
 QMap<QString, CLS_TreeItem> CameraTree()
