@@ -56,15 +56,19 @@ void PrintError(const QString& _qstrLine)
     std::fflush(stderr);
 }
 
-// The sample installation: installed beside the program, else in the source tree it was built from.
+// The sample installation: installed beside the program, else in the source tree it was built from
+// (its path relative to the program in the build folder).
 QString FindSample()
 {
     const QString qstrInstalled = QDir::cleanPath(QCoreApplication::applicationDirPath() +
                                                   "/../share/wgttree/installations/sample.json");
     if (QFileInfo::exists(qstrInstalled))
         return qstrInstalled;
-    const QString qstrSource = QString::fromUtf8(WGT_DEMO_SAMPLE);
-    if (!qstrSource.isEmpty() && QFileInfo::exists(qstrSource))
+    const QString qstrRelative = QString::fromUtf8(WGT_DEMO_SAMPLE);
+    if (qstrRelative.isEmpty())
+        return QString();
+    const QString qstrSource = QDir::cleanPath(QCoreApplication::applicationDirPath() + "/" + qstrRelative);
+    if (QFileInfo::exists(qstrSource))
         return qstrSource;
     return QString();
 }

@@ -2,6 +2,7 @@
 
 #include "BinderLines.h"
 #include "CLS_StdCapture.h"
+#include "CLS_TestPaths.h"
 #include "Util.h"
 
 #include <QtTest>
@@ -9,7 +10,7 @@
 #include <dlfcn.h>
 
 namespace {
-const std::string CONST_PATH = WGT_TEST_LIB_ROOT "/binder_a/libLxFixture.so";
+const std::string CONST_PATH = CLS_TestPaths::FromProgramDir(WGT_TEST_LIB_ROOT) + "/binder_a/libLxFixture.so";
 } // namespace
 
 class tst_BinderEmptyList : public QObject

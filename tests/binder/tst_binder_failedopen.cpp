@@ -4,6 +4,7 @@
 
 #include "BinderLines.h"
 #include "CLS_StdCapture.h"
+#include "CLS_TestPaths.h"
 #include "TaskPool.h"
 #include "Util.h"
 
@@ -86,7 +87,7 @@ void tst_BinderFailedOpen::shouldWritePendingErrorWithEmptyPath()
 
 void tst_BinderFailedOpen::shouldGiveNullThroughNameOverload()
 {
-    const std::string strPath = WGT_TEST_LIB_ROOT "/none/libMissing.so";
+    const std::string strPath = CLS_TestPaths::FromProgramDir(WGT_TEST_LIB_ROOT) + "/none/libMissing.so";
 
     CLS_StdCapture clsCapture;
     void* pFirst = Util::GetDllFunction(strPath, std::string("CreateWgt"));

@@ -3,13 +3,14 @@
 
 #include "BinderLines.h"
 #include "CLS_StdCapture.h"
+#include "CLS_TestPaths.h"
 #include "Param.h"
 #include "Util.h"
 
 #include <QtTest>
 
 namespace {
-const std::string CONST_DIR = WGT_TEST_LIB_ROOT "/binder_gw";
+const std::string CONST_DIR = CLS_TestPaths::FromProgramDir(WGT_TEST_LIB_ROOT) + "/binder_gw";
 const std::string CONST_FULL_PATH = CONST_DIR + "/libLxParam.so";
 const std::vector<std::string> CONST_PARAM_FUNS{"Init",     "IsInit",      "SetParam",
                                                 "GetParam", "DeleteParam", "UnInit"};

@@ -2,13 +2,16 @@
 
 #include "BinderLines.h"
 #include "CLS_StdCapture.h"
+#include "CLS_TestPaths.h"
 #include "Util.h"
 
 #include <QtTest>
 
 namespace {
-const std::string CONST_PATH_A = WGT_TEST_LIB_ROOT "/binder_a/libLxFixture.so";
-const std::string CONST_PATH_B = WGT_TEST_LIB_ROOT "/binder_a/../binder_a/libLxFixture.so";
+const std::string CONST_PATH_A =
+    CLS_TestPaths::FromProgramDir(WGT_TEST_LIB_ROOT) + "/binder_a/libLxFixture.so";
+const std::string CONST_PATH_B =
+    CLS_TestPaths::FromProgramDir(WGT_TEST_LIB_ROOT) + "/binder_a/../binder_a/libLxFixture.so";
 const std::vector<std::string> CONST_FUNS{"FixtureAlpha", "FixtureBeta"};
 } // namespace
 

@@ -2,6 +2,8 @@
 // starts wgttree-demo in a process of its own and checks the "key: value" summary it prints, the
 // picture it writes, and its exit code.
 
+#include "CLS_TestPaths.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
@@ -46,7 +48,7 @@ STRCT_DemoRun RunDemo(const QStringList& _qlstArgs, const QString& _qstrParamFil
         env.insert("LSAN_OPTIONS", qstrLsan);
     }
     clsProcess.setProcessEnvironment(env);
-    clsProcess.start(QStringLiteral(WGT_DEMO_EXE), _qlstArgs);
+    clsProcess.start(CLS_TestPaths::QFromProgramDir(WGT_DEMO_EXE), _qlstArgs);
     clsRun.m_blFinished = clsProcess.waitForStarted() && clsProcess.waitForFinished(CONST_RUN_MSECS);
     if (!clsRun.m_blFinished)
         clsProcess.kill();
@@ -120,7 +122,7 @@ private slots:
 void tst_WgtTreeDemo::shouldShowSampleWithLiveStatesAndWriteItsPicture()
 {
     // Given the sample installation and its number of channels
-    QFile qfileSample(QStringLiteral(WGT_DEMO_SAMPLE));
+    QFile qfileSample(CLS_TestPaths::QFromProgramDir(WGT_DEMO_SAMPLE));
     QVERIFY2(qfileSample.open(QIODevice::ReadOnly), qPrintable(qfileSample.fileName()));
     const QJsonDocument doc = QJsonDocument::fromJson(qfileSample.readAll());
     const int iSampleChannels = CountChannels(doc.object());

@@ -5,6 +5,7 @@
 
 #include "CLS_DevManage.h"
 #include "CLS_IResourceTree.h"
+#include "CLS_TestPaths.h"
 #include "DevManageControl.h"
 #include "I_CustomTreeManage.h"
 
@@ -25,7 +26,7 @@ inline void BindGateway()
 
 inline QString InstallationFile(const char* _pName)
 {
-    return QStringLiteral(WGT_INSTALLATIONS_DIR "/") + QLatin1String(_pName);
+    return CLS_TestPaths::QFromProgramDir(WGT_INSTALLATIONS_DIR) + "/" + QLatin1String(_pName);
 }
 
 inline QString LastLoadError()

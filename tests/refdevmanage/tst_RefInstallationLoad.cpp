@@ -558,7 +558,8 @@ void tst_RefInstallationLoad::shouldRefuseUnreadableFile()
     QVERIFY(AllNodes().isEmpty());
 
     QCOMPARE(DevManageCtl_LoadInstallationFile(nullptr), -1);
-    QCOMPARE(DevManageCtl_LoadInstallationFile(WGT_INSTALLATIONS_DIR), -1); // a folder
+    const std::string strFolder = CLS_TestPaths::FromProgramDir(WGT_INSTALLATIONS_DIR);
+    QCOMPARE(DevManageCtl_LoadInstallationFile(strFolder.c_str()), -1); // a folder
     QCOMPARE(DevManageCtl_ItemCount(), 0);
 }
 

@@ -4,6 +4,7 @@
 // applied only in the right payload type, sheets are read back as the loader promises, and
 // installation files are read whole or refused whole with one error line.
 
+#include "CLS_TestPaths.h"
 #include "FuzzDecoders.h"
 #include "FuzzInstallation.h"
 #include "Param.h"
@@ -26,7 +27,8 @@ const QStringList& TargetNames()
 QStringList InputFiles(const QString& _qstrTarget)
 {
     QStringList qlstFiles;
-    for (const QString& qstrRoot : {QString(WGT_FUZZ_CORPUS_DIR), QString(WGT_FUZZ_INPUTS_DIR)}) {
+    for (const QString& qstrRoot : {CLS_TestPaths::QFromProgramDir(WGT_FUZZ_CORPUS_DIR),
+                                    CLS_TestPaths::QFromProgramDir(WGT_FUZZ_INPUTS_DIR)}) {
         QDir qdir(qstrRoot + "/" + _qstrTarget);
         const QStringList qlstNames = qdir.entryList(QDir::Files, QDir::Name);
         for (const QString& qstrName : qlstNames)
@@ -38,7 +40,7 @@ QStringList InputFiles(const QString& _qstrTarget)
 void AddInputRows(const QString& _qstrTarget)
 {
     QTest::addColumn<QByteArray>("qbaInput");
-    const QString qstrInputs = QDir(WGT_FUZZ_INPUTS_DIR).absolutePath();
+    const QString qstrInputs = CLS_TestPaths::QFromProgramDir(WGT_FUZZ_INPUTS_DIR);
     for (const QString& qstrPath : InputFiles(_qstrTarget)) {
         QFile qfile(qstrPath);
         QVERIFY2(qfile.open(QIODevice::ReadOnly), qPrintable(qstrPath));
