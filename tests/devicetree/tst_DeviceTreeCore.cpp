@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 #include <QtTest>
 
+#include <atomic>
 #include <memory>
 #include <thread>
 
@@ -761,7 +762,14 @@ void tst_DeviceTreeCore::shouldHandRowsToWidgetThread()
 
     QMap<QString, CLS_CustomTreeNode> qmapNodes = CustomNodes();
     int iResult = -2;
-    auto fnInit = [&tree, &qmapNodes, &iResult]() { iResult = tree.Init(qmapNodes, "Root"); };
+    // QThread::wait() orders the worker's writes before the reads below, but through Qt's own
+    // futex-based lock, which ThreadSanitizer cannot see; the release and acquire on this flag say
+    // the same in a way it does see.
+    std::atomic<bool> blDone{false};
+    auto fnInit = [&tree, &qmapNodes, &iResult, &blDone]() {
+        iResult = tree.Init(qmapNodes, "Root");
+        blDone.store(true, std::memory_order_release);
+    };
     if (useQThread) {
         std::unique_ptr<QThread> pThread(QThread::create(fnInit));
         pThread->start();
@@ -770,6 +778,7 @@ void tst_DeviceTreeCore::shouldHandRowsToWidgetThread()
         std::thread worker(fnInit);
         worker.join();
     }
+    QVERIFY(blDone.load(std::memory_order_acquire));
     QCOMPARE(iResult, 0);
     QVERIFY(qmapNodes.contains(CONST_CUSTOM_ROOT));
 

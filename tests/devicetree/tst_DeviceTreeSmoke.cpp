@@ -15,6 +15,7 @@
 #include <QThread>
 #include <QTreeWidgetItem>
 
+#include <atomic>
 #include <memory>
 
 namespace {
@@ -290,12 +291,17 @@ void CLS_TestDeviceTreeSmoke::shouldKeepTheModelOfAnInitFromAWorkerThread()
     QCOMPARE(tree.Init(qmapOld, "Old"), 0);
 
     int iResult = -2;
-    std::unique_ptr<QThread> pWorker(QThread::create([&tree, &iResult] {
+    // The flag's release and acquire order the worker's writes before the reads below where
+    // ThreadSanitizer can see it (QThread::wait() does it through Qt's own lock).
+    std::atomic<bool> blDone{false};
+    std::unique_ptr<QThread> pWorker(QThread::create([&tree, &iResult, &blDone] {
         QMap<QString, CLS_CustomTreeNode> qmapNodes = SampleNodes();
         iResult = tree.Init(qmapNodes, "Root");
+        blDone.store(true, std::memory_order_release);
     }));
     pWorker->start();
     QVERIFY(pWorker->wait(5000));
+    QVERIFY(blDone.load(std::memory_order_acquire));
     QCOMPARE(iResult, 0);
 
     QTRY_COMPARE(Rows(tree), QString("custom_root_id(g1(c1,c2),g2(c3))"));
