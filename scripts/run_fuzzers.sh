@@ -7,7 +7,7 @@
 # Environment:
 #   WGT_FUZZ_SECONDS   run time per target in seconds (default 30)
 #   WGT_FUZZ_BUILD_DIR build folder (default <repo>/build-fuzz; the first argument wins)
-#   WGT_FUZZ_TARGETS   space separated subset of the targets (default: all five)
+#   WGT_FUZZ_TARGETS   space separated subset of the targets (default: all six)
 #   WGT_FUZZ_JOBS      parallel build jobs, and targets run at the same time (default 2)
 #   WGT_FUZZ_WORK_DIR  where the corpus copies and crash files go (default: a new temporary folder)
 #
@@ -20,7 +20,7 @@ REPO_DIR="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 BUILD_DIR="${1:-${WGT_FUZZ_BUILD_DIR:-${REPO_DIR}/build-fuzz}}"
 SECONDS_PER_TARGET="${WGT_FUZZ_SECONDS:-30}"
 JOBS="${WGT_FUZZ_JOBS:-2}"
-TARGETS="${WGT_FUZZ_TARGETS:-fuzz_basetree_init fuzz_devicetree_init fuzz_stylesheet fuzz_status_batch fuzz_installation}"
+TARGETS="${WGT_FUZZ_TARGETS:-fuzz_basetree_init fuzz_devicetree_init fuzz_stylesheet fuzz_status_batch fuzz_installation fuzz_view_state}"
 FUZZ_SRC="${REPO_DIR}/tests/fuzz"
 
 if ! command -v clang++ >/dev/null 2>&1; then
@@ -100,7 +100,7 @@ run_target() {
         EXTRA+=("-dict=${FUZZ_SRC}/fuzz_installation.dict")
         TARGET_LSAN_OPTIONS="${LSAN_OPTIONS}:fast_unwind_on_malloc=0:malloc_context_size=255"
         ;;
-    fuzz_devicetree_init | fuzz_status_batch)
+    fuzz_devicetree_init | fuzz_status_batch | fuzz_view_state)
         # The trees' status threads allocate while an input runs, so libFuzzer would take every
         # input for a possible leak and run a full leak scan after each. Leaks are still checked
         # once at exit.

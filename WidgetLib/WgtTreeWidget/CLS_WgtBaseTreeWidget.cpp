@@ -936,6 +936,7 @@ void CLS_WgtBaseTreeWidget::ApplyKeepList(const QSet<QString>& _qsetKeep)
             pNode->setHidden(true);
         }
     }
+    emit SignKeepListApplied();
 }
 
 void CLS_WgtBaseTreeWidget::SetShowItemById(QString _qstrId)

@@ -133,6 +133,9 @@ signals:
     void SignCheckedStatusChanged(QString _qstrId, bool _blChecked, CLS_TreeItem _clsData);
     // A drop was accepted; the record is the target row's, sent before the row moves.
     void SignDroped(CLS_TreeItem _clsDropItem);
+    // SetShowItemById or SetShowItemByName has just set the hidden flag of every row (sent from
+    // inside it), for views that hide rows of their own on top of that narrowing.
+    void SignKeepListApplied();
 
 protected slots:
     void SlotClicked(QTreeWidgetItem* _pItem, int _iColumn);

@@ -1,6 +1,7 @@
 #include "CLS_WgtDeviceTree.h"
 
 #include "CLS_DeviceTreeBGThread.h"
+#include "CLS_DeviceTreeOperatorView.h"
 
 #include "CLS_DevManage.h"
 #include "CLS_IApp.h"
@@ -85,6 +86,44 @@ bool IsBoundKind(int _iDevBindType)
            _iDevBindType == CONST_iBindWay;
 }
 
+// The key of the root in a build's source. Resource and raw sources know no passenger-flow root.
+QString BuildRootKey(n_DevTreeType _iTreeType, bool _blNodes)
+{
+    if (_blNodes && _iTreeType == DEV_TREE_PASSENGER_FLOW)
+        return CONST_qstrPassengerFlowRootId;
+    if (_iTreeType == DEV_TREE_FAVORITE)
+        return CONST_qstrFavoriteRootId;
+    return _iTreeType == DEV_TREE_RESOURCE ? CONST_qstrResourceRootId : CONST_qstrCustomRootId;
+}
+
+// Every build: the root's row first (a negative result ends the build with it), then one row per
+// entry in key order. Root keys are passed over (a node source also passes over the passenger-flow
+// root), as are empty keys and entries _fnItem refuses; _fnKeep stores each row made.
+template <typename Source, typename RootFn, typename ItemFn, typename KeepFn>
+int BuildRows(const Source& _qmapSource, bool _blNodes, RootFn _fnRoot, ItemFn _fnItem, KeepFn _fnKeep)
+{
+    CLS_CustomTreeNode nodeRoot;
+    CLS_TreeItem clsRoot;
+    const int iRet = _fnRoot(nodeRoot, clsRoot);
+    if (iRet < 0)
+        return iRet;
+    _fnKeep(nodeRoot, clsRoot, true);
+    for (auto it = _qmapSource.cbegin(); it != _qmapSource.cend(); ++it) {
+        const QString& qstrKey = it.key();
+        if (qstrKey.isEmpty() ||
+            (_blNodes ? IsRootKey(qstrKey)
+                      : qstrKey == CONST_qstrResourceRootId || qstrKey == CONST_qstrCustomRootId ||
+                            qstrKey == CONST_qstrFavoriteRootId))
+            continue;
+        CLS_CustomTreeNode node;
+        CLS_TreeItem clsItem;
+        if (_fnItem(it.value(), node, clsItem) < 0)
+            continue;
+        _fnKeep(node, clsItem, false);
+    }
+    return 0;
+}
+
 } // namespace
 
 // ---- construction and teardown -------------------------------------------------------------------
@@ -110,6 +149,7 @@ CLS_WgtDeviceTree::CLS_WgtDeviceTree(QWidget* parent, n_DevTreeType _iTreeType, 
     pLayout->addWidget(m_pTreePanel);
     setLayout(pLayout);
 
+    m_pOperatorView = new CLS_DeviceTreeOperatorView(PanelTree(), &m_qmapNodes, this);
     LoadPicPath();
     qRegisterMetaType<CLS_CustomTreeNode>("CLS_CustomTreeNode");
     ConnectSignals();
@@ -125,6 +165,7 @@ CLS_WgtDeviceTree::CLS_WgtDeviceTree(QWidget* parent, n_DevTreeType _iTreeType, 
 CLS_WgtDeviceTree::~CLS_WgtDeviceTree()
 {
     StopStatusThread();
+    delete std::exchange(m_pOperatorView, nullptr); // before the model it reads
     ClearData();
     // The panel outlives our fields (QWidget deletes it later): cut its signals to our slots first.
     if (m_pTreePanel != nullptr)
@@ -195,6 +236,7 @@ void CLS_WgtDeviceTree::Clear()
 {
     if (m_pTreePanel == nullptr)
         return;
+    m_pOperatorView->BeforeClear();
     CLS_TreeRowBatch batch(PanelTree());
     m_pTreePanel->Clear();
     // The clear queued by an Init on a foreign thread: that Init already emptied the model before
@@ -226,8 +268,10 @@ QString CLS_WgtDeviceTree::GetName()
 
 int CLS_WgtDeviceTree::UpdateNodesMap(const QMap<QString, CLS_CustomTreeNode>& _qmapNodes)
 {
-    for (auto it = _qmapNodes.cbegin(); it != _qmapNodes.cend(); ++it)
+    for (auto it = _qmapNodes.cbegin(); it != _qmapNodes.cend(); ++it) {
         m_qmapNodes.insert(it.key(), it.value());
+        m_pOperatorView->NoteStatus(it.key()); // a rewritten node may change the counts
+    }
     return 0;
 }
 
@@ -379,8 +423,10 @@ int CLS_WgtDeviceTree::Init(QMap<QString, STRCT_VideoItem*> _qmapData, QString _
     StartStatusThread();
 
     // Lookup data only: no row, no id-map entry.
-    for (auto it = _qmapNodes.cbegin(); it != _qmapNodes.cend(); ++it)
+    for (auto it = _qmapNodes.cbegin(); it != _qmapNodes.cend(); ++it) {
         m_qmapNodes.insert(it.key(), it.value());
+        m_pOperatorView->NoteStatus(it.key()); // a rewritten node may change the counts
+    }
     return 0;
 }
 
@@ -426,126 +472,78 @@ int CLS_WgtDeviceTree::Init(QMap<QString, std::weak_ptr<STRCT_VideoItem>>& _qmap
 int CLS_WgtDeviceTree::BuildTreeItems(const QMap<QString, STRCT_VideoItem*>& _qmapData,
                                       const QString& _qstrRootName, QMap<QString, CLS_TreeItem>& _qmapItems)
 {
-    QString qstrRootKey = CONST_qstrCustomRootId;
-    if (m_iTreeType == DEV_TREE_FAVORITE)
-        qstrRootKey = CONST_qstrFavoriteRootId;
-    else if (m_iTreeType == DEV_TREE_RESOURCE)
-        qstrRootKey = CONST_qstrResourceRootId;
-
-    STRCT_VideoItem* pRoot = _qmapData.value(qstrRootKey, nullptr);
-    if (pRoot == nullptr)
-        return -1;
-
-    CLS_CustomTreeNode nodeRoot;
-    CLS_TreeItem clsRoot;
-    if (CreateItem(clsRoot, nodeRoot, pRoot, _qstrRootName) < 0)
-        return -1;
-    m_qmapNodes.insert(nodeRoot.m_qstrTreeId, nodeRoot);
-    m_qmapDevIdToTreeId.insert(nodeRoot.m_qstrDevId, nodeRoot.m_qstrTreeId);
-    m_qstrRootId = nodeRoot.m_qstrTreeId;
-    _qmapItems.insert(nodeRoot.m_qstrTreeId, clsRoot);
-
-    for (auto it = _qmapData.cbegin(); it != _qmapData.cend(); ++it) {
-        const QString& qstrKey = it.key();
-        if (qstrKey.isEmpty() || qstrKey == CONST_qstrResourceRootId || qstrKey == CONST_qstrCustomRootId ||
-            qstrKey == CONST_qstrFavoriteRootId)
-            continue;
-        STRCT_VideoItem* pItem = it.value();
-        if (pItem == nullptr || pItem->m_strId.empty())
-            continue;
-        CLS_CustomTreeNode node;
-        CLS_TreeItem clsItem;
-        if (CreateItem(clsItem, node, pItem, QString()) < 0)
-            continue;
-        m_qmapNodes.insert(node.m_qstrTreeId, node);
-        m_qmapDevIdToTreeId.insert(node.m_qstrDevId, node.m_qstrTreeId);
-        _qmapItems.insert(node.m_qstrTreeId, clsItem);
-    }
-    return 0;
+    STRCT_VideoItem* pRoot = _qmapData.value(BuildRootKey(m_iTreeType, false), nullptr);
+    return BuildRows(
+        _qmapData, false,
+        [&](CLS_CustomTreeNode& _node, CLS_TreeItem& _clsItem) {
+            return pRoot == nullptr ? -1 : CreateItem(_clsItem, _node, pRoot, _qstrRootName);
+        },
+        [this](STRCT_VideoItem* _pItem, CLS_CustomTreeNode& _node, CLS_TreeItem& _clsItem) {
+            if (_pItem == nullptr || _pItem->m_strId.empty())
+                return -1;
+            return CreateItem(_clsItem, _node, _pItem, QString());
+        },
+        [&](const CLS_CustomTreeNode& _node, const CLS_TreeItem& _clsItem, bool _blRoot) {
+            KeepBuiltRow(_node, _clsItem, _blRoot, _qmapItems);
+        });
 }
 
 int CLS_WgtDeviceTree::BuildTreeItems(const QMap<QString, std::weak_ptr<STRCT_VideoItem>>& _qmapData,
                                       const QString& _qstrRootName, QMap<QString, CLS_TreeItem>& _qmapItems)
 {
-    QString qstrRootKey = CONST_qstrCustomRootId;
-    if (m_iTreeType == DEV_TREE_FAVORITE)
-        qstrRootKey = CONST_qstrFavoriteRootId;
-    else if (m_iTreeType == DEV_TREE_RESOURCE)
-        qstrRootKey = CONST_qstrResourceRootId;
-
     // A weak build always has a root object: a stand-in group when the data has none.
-    std::shared_ptr<STRCT_VideoItem> spRoot = _qmapData.value(qstrRootKey).lock();
+    std::shared_ptr<STRCT_VideoItem> spRoot = _qmapData.value(BuildRootKey(m_iTreeType, false)).lock();
     if (!spRoot) {
         auto spGroup = std::make_shared<STRCT_VideoGroup>();
         spGroup->m_strId = CONST_qstrResourceRootId.toStdString();
         spRoot = spGroup;
     }
-
-    CLS_CustomTreeNode nodeRoot;
-    CLS_TreeItem clsRoot;
-    if (CreateItem(clsRoot, nodeRoot, std::weak_ptr<STRCT_VideoItem>(spRoot), _qstrRootName) < 0)
-        return -1;
-    m_qmapNodes.insert(nodeRoot.m_qstrTreeId, nodeRoot);
-    m_qmapDevIdToTreeId.insert(nodeRoot.m_qstrDevId, nodeRoot.m_qstrTreeId);
-    m_qstrRootId = nodeRoot.m_qstrTreeId;
-    _qmapItems.insert(nodeRoot.m_qstrTreeId, clsRoot);
-
-    for (auto it = _qmapData.cbegin(); it != _qmapData.cend(); ++it) {
-        const QString& qstrKey = it.key();
-        if (qstrKey.isEmpty() || qstrKey == CONST_qstrResourceRootId || qstrKey == CONST_qstrCustomRootId ||
-            qstrKey == CONST_qstrFavoriteRootId)
-            continue;
-        const std::weak_ptr<STRCT_VideoItem>& wpItem = it.value();
-        {
-            std::shared_ptr<STRCT_VideoItem> spItem = wpItem.lock();
-            if (!spItem || spItem->m_strId.empty())
-                continue;
-        }
-        CLS_CustomTreeNode node;
-        CLS_TreeItem clsItem;
-        if (CreateItem(clsItem, node, wpItem, QString()) < 0)
-            continue;
-        m_qmapNodes.insert(node.m_qstrTreeId, node);
-        m_qmapDevIdToTreeId.insert(node.m_qstrDevId, node.m_qstrTreeId);
-        _qmapItems.insert(node.m_qstrTreeId, clsItem);
-    }
-    return 0;
+    return BuildRows(
+        _qmapData, false,
+        [&](CLS_CustomTreeNode& _node, CLS_TreeItem& _clsItem) {
+            return CreateItem(_clsItem, _node, std::weak_ptr<STRCT_VideoItem>(spRoot), _qstrRootName);
+        },
+        [this](const std::weak_ptr<STRCT_VideoItem>& _wpItem, CLS_CustomTreeNode& _node,
+               CLS_TreeItem& _clsItem) {
+            {
+                std::shared_ptr<STRCT_VideoItem> spItem = _wpItem.lock();
+                if (!spItem || spItem->m_strId.empty())
+                    return -1;
+            }
+            return CreateItem(_clsItem, _node, _wpItem, QString());
+        },
+        [&](const CLS_CustomTreeNode& _node, const CLS_TreeItem& _clsItem, bool _blRoot) {
+            KeepBuiltRow(_node, _clsItem, _blRoot, _qmapItems);
+        });
 }
 
 int CLS_WgtDeviceTree::BuildTreeItems(const QMap<QString, CLS_CustomTreeNode>& _qmapNodes,
                                       const QString& _qstrRootName, QMap<QString, CLS_TreeItem>& _qmapItems)
 {
-    QString qstrRootKey = CONST_qstrCustomRootId;
-    if (m_iTreeType == DEV_TREE_PASSENGER_FLOW)
-        qstrRootKey = CONST_qstrPassengerFlowRootId;
-    else if (m_iTreeType == DEV_TREE_FAVORITE)
-        qstrRootKey = CONST_qstrFavoriteRootId;
-    else if (m_iTreeType == DEV_TREE_RESOURCE)
-        qstrRootKey = CONST_qstrResourceRootId;
+    return BuildRows(
+        _qmapNodes, true,
+        [&](CLS_CustomTreeNode& _node, CLS_TreeItem& _clsItem) {
+            _node = _qmapNodes.value(BuildRootKey(m_iTreeType, true)); // a default node when absent
+            return CreateItem(_clsItem, _node, static_cast<STRCT_VideoItem*>(nullptr), _qstrRootName);
+        },
+        [this](const CLS_CustomTreeNode& _nodeIn, CLS_CustomTreeNode& _node, CLS_TreeItem& _clsItem) {
+            _node = _nodeIn;
+            return CreateItem(_clsItem, _node, static_cast<STRCT_VideoItem*>(nullptr), QString());
+        },
+        [&](const CLS_CustomTreeNode& _node, const CLS_TreeItem& _clsItem, bool _blRoot) {
+            KeepBuiltRow(_node, _clsItem, _blRoot, _qmapItems);
+        });
+}
 
-    CLS_CustomTreeNode nodeRoot = _qmapNodes.value(qstrRootKey); // a default node when absent
-    CLS_TreeItem clsRoot;
-    const int iRet = CreateItem(clsRoot, nodeRoot, static_cast<STRCT_VideoItem*>(nullptr), _qstrRootName);
-    if (iRet < 0)
-        return iRet;
-    m_qmapNodes.insert(nodeRoot.m_qstrTreeId, nodeRoot);
-    m_qmapDevIdToTreeId.insert(nodeRoot.m_qstrDevId, nodeRoot.m_qstrTreeId);
-    m_qstrRootId = nodeRoot.m_qstrTreeId;
-    _qmapItems.insert(nodeRoot.m_qstrTreeId, clsRoot);
-
-    for (auto it = _qmapNodes.cbegin(); it != _qmapNodes.cend(); ++it) {
-        if (it.key().isEmpty() || IsRootKey(it.key()))
-            continue;
-        CLS_CustomTreeNode node = it.value();
-        CLS_TreeItem clsItem;
-        if (CreateItem(clsItem, node, static_cast<STRCT_VideoItem*>(nullptr), QString()) < 0)
-            continue;
-        // The node's own tree id, not the key it came under.
-        m_qmapNodes.insert(node.m_qstrTreeId, node);
-        m_qmapDevIdToTreeId.insert(node.m_qstrDevId, node.m_qstrTreeId);
-        _qmapItems.insert(node.m_qstrTreeId, clsItem);
-    }
-    return 0;
+void CLS_WgtDeviceTree::KeepBuiltRow(const CLS_CustomTreeNode& _node, const CLS_TreeItem& _clsItem,
+                                     bool _blRoot, QMap<QString, CLS_TreeItem>& _qmapItems)
+{
+    // The node's own tree id, not the key it came under.
+    m_qmapNodes.insert(_node.m_qstrTreeId, _node);
+    m_qmapDevIdToTreeId.insert(_node.m_qstrDevId, _node.m_qstrTreeId);
+    if (_blRoot)
+        m_qstrRootId = _node.m_qstrTreeId;
+    _qmapItems.insert(_node.m_qstrTreeId, _clsItem);
 }
 
 int CLS_WgtDeviceTree::BuildTreeItems(const QString& _qstrRootId, QMap<QString, CLS_TreeItem>& _qmapItems)
@@ -651,6 +649,7 @@ void CLS_WgtDeviceTree::SlotInit(QString _qstrRootId, QVariant _varData)
 
     m_pTreePanel->SetAllExpandStatus(true);
     ExpandHostItem(); // folds groups, hosts and decoders back in
+    m_pOperatorView->AfterRowsBuilt();
 }
 
 void CLS_WgtDeviceTree::ExpandHostItem()
@@ -1093,6 +1092,8 @@ int CLS_WgtDeviceTree::AddItems(QVariant _qvarNodes)
         m_qmapDevIdToTreeId.insert(node.m_qstrDevId, node.m_qstrTreeId);
         if (m_pTreePanel->AddItem(clsItem) >= 0)
             ++iCount;
+        else
+            m_pOperatorView->NoteStatus(node.m_qstrTreeId); // a replaced record of a row that stays
     }
     return iCount;
 }
@@ -1119,6 +1120,7 @@ int CLS_WgtDeviceTree::ModifyItem(STRCT_VideoItem* _pItem)
         return -1;
     InitNode(_pItem, it.value(), QString()); // a refusal leaves the record as it was (kept)
     const CLS_CustomTreeNode node = it.value();
+    m_pOperatorView->NoteStatus(qstrTreeId); // the record stays changed even if no row follows
     CLS_TreeItem clsItem;
     if (InitItem(node, clsItem, false, true) < 0)
         return -1;
@@ -1132,6 +1134,7 @@ int CLS_WgtDeviceTree::ModifyItems(QList<CLS_CustomTreeNode> _qvecNodes)
         if (!m_qmapNodes.contains(node.m_qstrTreeId))
             continue;
         m_qmapNodes.insert(node.m_qstrTreeId, node);
+        m_pOperatorView->NoteStatus(node.m_qstrTreeId); // the record stays changed even if no row follows
         CLS_TreeItem clsItem;
         if (InitItem(node, clsItem, false, true) < 0)
             continue;
@@ -1307,6 +1310,7 @@ int CLS_WgtDeviceTree::UpdateAllChannelsStatus(QVariant _qvarData)
             auto itNode = m_qmapNodes.find(qstrTreeId);
             if (itNode != m_qmapNodes.end())
                 itNode.value().m_iStatus = iStatus; // every value, after the icon
+            m_pOperatorView->NoteStatus(qstrTreeId);
         }
     }
     emit SignUpdateChannelsStatus(_qvarData);
@@ -1872,4 +1876,54 @@ void CLS_WgtDeviceTree::ShowMenu(const QList<_MenuItem>& _qlstItems)
     if (m_pTreePanel == nullptr)
         return;
     m_pTreePanel->ShowMenu(_qlstItems);
+}
+
+// ---- status filter, channel counts, view state (CLS_DeviceTreeOperatorView) -------------------------
+
+int CLS_WgtDeviceTree::SetStatusFilter(int _iFilter)
+{
+    return m_pOperatorView->SetStatusFilter(_iFilter);
+}
+
+int CLS_WgtDeviceTree::GetStatusFilter() const
+{
+    return m_pOperatorView->GetStatusFilter();
+}
+
+void CLS_WgtDeviceTree::SetShowChannelCounts(bool _blShow)
+{
+    m_pOperatorView->SetShowChannelCounts(_blShow);
+}
+
+bool CLS_WgtDeviceTree::GetShowChannelCounts() const
+{
+    return m_pOperatorView->GetShowChannelCounts();
+}
+
+int CLS_WgtDeviceTree::GetChannelCounts(const QString& _qstrTreeId, int& _iOnline, int& _iTotal) const
+{
+    if (_qstrTreeId.isEmpty() || !m_qmapNodes.contains(_qstrTreeId))
+        return -1;
+    m_pOperatorView->GetChannelCounts(_qstrTreeId, _iOnline, _iTotal);
+    return 0;
+}
+
+QByteArray CLS_WgtDeviceTree::SaveViewState() const
+{
+    return m_pOperatorView->SaveViewState();
+}
+
+int CLS_WgtDeviceTree::RestoreViewState(const QByteArray& _qbaState)
+{
+    return m_pOperatorView->RestoreViewState(_qbaState);
+}
+
+void CLS_WgtDeviceTree::SetKeepViewState(bool _blKeep)
+{
+    m_pOperatorView->SetKeepViewState(_blKeep);
+}
+
+bool CLS_WgtDeviceTree::GetKeepViewState() const
+{
+    return m_pOperatorView->GetKeepViewState();
 }

@@ -8,6 +8,7 @@
 #include "TreeStructDefine.h"
 
 #include <QAtomicInt>
+#include <QByteArray>
 #include <QHash>
 #include <QList>
 #include <QMap>
@@ -24,6 +25,7 @@
 #include <string>
 
 class CLS_DeviceTreeBGThread;
+class CLS_DeviceTreeOperatorView;
 class CLS_WgtBaseTreeWidget;
 class CLS_WgtTreeWidget;
 struct STRCT_VideoItem;
@@ -31,6 +33,15 @@ struct STRCT_VideoItem;
 // Qt 6's meta-object code needs the complete type of every slot argument (Qt 5's did not).
 Q_MOC_INCLUDE("DevStructDefine.h")
 #endif
+
+// Which channel rows a device tree shows (SetStatusFilter): all, those on line (status 1) or those
+// off line (any other status), with the rows that lead to them.
+enum n_StatusFilter : int
+{
+    STATUS_FILTER_ALL = 0,
+    STATUS_FILTER_ONLINE = 1,
+    STATUS_FILTER_OFFLINE = 2,
+};
 
 class CLS_WgtDeviceTree : public QWidget
 {
@@ -165,6 +176,26 @@ public:
 
     void SetCurrentItem(const QString& _qstrId, bool _blSend = false);
 
+    // What operators keep an eye on; all off until a page turns them on (README: "Status filter,
+    // channel counts and view state").
+    // Shows only the channels of the n_StatusFilter and the rows above them; the root always shows.
+    // Rows it hides are hidden rows to the rest of the tree. 0, or -1 (no change) for another value.
+    int SetStatusFilter(int _iFilter);
+    int GetStatusFilter() const;
+    // Paints "online/total" at the right end of every row with channels below it.
+    void SetShowChannelCounts(bool _blShow);
+    bool GetShowChannelCounts() const;
+    // Channels (type 4) below the node by rows, on line meaning status 1; -1 for an unknown id.
+    // Answers whether or not the counts are shown (the first question starts keeping them).
+    int GetChannelCounts(const QString& _qstrTreeId, int& _iOnline, int& _iTotal) const;
+    // Expanded rows, current row and first row in view, by tree id (docs/view-state-format.md).
+    QByteArray SaveViewState() const;
+    // 0, or -1 for bytes it cannot read (nothing changes). No signal for the restored current row.
+    int RestoreViewState(const QByteArray& _qbaState);
+    // While on, each Init after an earlier Init or Clear gives back what was open before it.
+    void SetKeepViewState(bool _blKeep);
+    bool GetKeepViewState() const;
+
 signals:
     void SignInit(QString _qstrRootId, QVariant _varData);
     void SignClear();
@@ -284,6 +315,12 @@ private:
     // Whether GetChilds of the row, one level, would find a node: stops at the first one and copies
     // no node (a check of the root asks this of every group).
     bool HasChildNode(const QString& _qstrId);
+
+    // Stores one node and row record of a build (the root's id becomes m_qstrRootId).
+    void KeepBuiltRow(const CLS_CustomTreeNode& _node, const CLS_TreeItem& _clsItem, bool _blRoot,
+                      QMap<QString, CLS_TreeItem>& _qmapItems);
+    // Status filter, channel counts and view state; a child of this widget.
+    CLS_DeviceTreeOperatorView* m_pOperatorView = nullptr;
 
     // Clears that an Init on a foreign thread has queued and whose model part it has already done.
     QAtomicInt m_iQueuedRowClears;

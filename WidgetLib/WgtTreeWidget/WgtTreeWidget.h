@@ -23,7 +23,12 @@
 #include "I_CustomTreeManage.h"
 #include "STRCT_DevResult.h"
 
+#include "CLS_ChannelCountsDelegate.h"
 #include "CLS_DeviceTreeBGThread.h"
+#include "CLS_DeviceTreeChannelCounts.h"
+#include "CLS_DeviceTreeOperatorView.h"
+#include "CLS_DeviceTreeStatusFilter.h"
+#include "CLS_DeviceTreeViewState.h"
 #include "CLS_LineEdit.h"
 #include "CLS_TreeRowBatch.h"
 #include "CLS_WgtBaseTreeWidget.h"

@@ -9,6 +9,10 @@
 //       of each side is its own) and prints one table: case, rows, ours, baseline, ratio.
 //   ScaleBench --child --side ours|base --groups N --buttons none|always|hover --expanded 0|1
 //       one case on one side; prints "OP <name> <ms>" lines, then "RSS <kB>".
+//   ScaleBench --operator-view [--groups 3125]
+//       our tree alone, expanded, with and without the status filter and the painted channel counts:
+//       a status batch of every channel plain and with both on (ratio), switching the filter on
+//       and off, and saving and restoring the view state with every group expanded.
 //   ScaleBench --soak [--seconds 120] [--channels 32000] [--changes-per-second 500]
 //       the resource tree of the reference device layer at that size, every host expanded, the
 //       simulator changing channels; prints the GUI thread's longest and 99th-percentile stall
@@ -225,6 +229,7 @@ public:
         m_pTree->Init(qmapNodes, CONST_qstrCommon, qmapButtons);
     }
     void ExpandAll() override { m_pTree->ExpandAll(); }
+    CLS_WgtDeviceTree* Tree() const { return m_pTree; }
     void Status(const StatusMap& _qmapBatch) override
     {
         m_pTree->UpdateAllChannelsStatus(QVariant::fromValue(_qmapBatch));
@@ -558,6 +563,95 @@ int RunChild(const QString& _qstrSide, const STRCT_Case& _stCase)
     return 0;
 }
 
+// ---- status filter, channel counts and view state ---------------------------------------------------
+
+// Median of five runs of _fnRun, each after _fnSetUp (not timed), with a paint after each.
+double MedianMs(QWidget* _pWindow, const std::function<void()>& _fnSetUp, const std::function<void()>& _fnRun)
+{
+    QVector<double> qvecMs;
+    for (int i = 0; i < 5; ++i) {
+        _fnSetUp();
+        Settle(_pWindow);
+        qvecMs << TimeMs([&] {
+            _fnRun();
+            Settle(_pWindow);
+        });
+    }
+    std::sort(qvecMs.begin(), qvecMs.end());
+    return qvecMs.at(2);
+}
+
+int RunOperatorView(int _iGroups)
+{
+    LxAppManagerCtl_SetAppState(2); // no status thread: see RunChild
+    CLS_OurSide side;
+    side.Init(STRCT_Case{_iGroups, "none", true});
+    side.ExpandAll();
+    Settle(side.Window());
+    CLS_WgtDeviceTree* pTree = side.Tree();
+    const int iRows = _iGroups * (CONST_iChannelsPerGroup + 1) + 1;
+    const StatusMap qmapOn = Batch(_iGroups, 1, 1);
+    const StatusMap qmapOff = Batch(_iGroups, 1, 0);
+    auto batchPair = [&] {
+        side.Status(qmapOn);
+        Settle(side.Window());
+        side.Status(qmapOff);
+    };
+    auto offline = [&] { side.Status(qmapOff); };
+
+    std::printf("%-52s %8s %10s %10s %8s\n", "case", "rows", "with (ms)", "plain (ms)", "ratio");
+    auto row = [&](const char* _pCase, double _dWith, double _dPlain) {
+        const QString qstrPlain = _dPlain < 0 ? QString("-") : QString::number(_dPlain, 'f', 1);
+        const QString qstrRatio =
+            _dPlain < 0 ? QString("-") : QString::number(_dWith / qMax(0.05, _dPlain), 'f', 2);
+        std::printf("%-52s %8d %10.1f %10s %8s\n", _pCase, iRows, _dWith, qPrintable(qstrPlain),
+                    qPrintable(qstrRatio));
+        std::fflush(stdout);
+    };
+    // A batch that turns every channel on line and one that turns every channel off line again.
+    const double dPlain = MedianMs(side.Window(), offline, batchPair);
+    pTree->SetShowChannelCounts(true);
+    pTree->SetStatusFilter(STATUS_FILTER_ONLINE);
+    const double dWith = MedianMs(side.Window(), offline, batchPair);
+    row("status all on, then all off: filter on line + counts", dWith, dPlain);
+    pTree->SetStatusFilter(STATUS_FILTER_ALL);
+    pTree->SetShowChannelCounts(false);
+    const double dCounts = [&] {
+        pTree->SetShowChannelCounts(true);
+        const double d = MedianMs(side.Window(), offline, batchPair);
+        pTree->SetShowChannelCounts(false);
+        return d;
+    }();
+    row("status all on, then all off: counts only", dCounts, dPlain);
+
+    // Every channel off line: the on-line filter hides all 100,000 rows but the root.
+    const double dOn = MedianMs(
+        side.Window(), [&] { pTree->SetStatusFilter(STATUS_FILTER_ALL); },
+        [&] { pTree->SetStatusFilter(STATUS_FILTER_ONLINE); });
+    row("filter on line switched on (every row hidden)", dOn, -1);
+    const double dOff = MedianMs(
+        side.Window(), [&] { pTree->SetStatusFilter(STATUS_FILTER_ONLINE); },
+        [&] { pTree->SetStatusFilter(STATUS_FILTER_ALL); });
+    row("filter switched off again", dOff, -1);
+    const double dSwap = MedianMs(
+        side.Window(), [&] { pTree->SetStatusFilter(STATUS_FILTER_ONLINE); },
+        [&] { pTree->SetStatusFilter(STATUS_FILTER_OFFLINE); });
+    row("filter on line to off line (every row shown)", dSwap, -1);
+    pTree->SetStatusFilter(STATUS_FILTER_ALL);
+
+    QByteArray qbaState;
+    const double dSave = MedianMs(
+        side.Window(), [] {}, [&] { qbaState = pTree->SaveViewState(); });
+    row(qPrintable(
+            QString("save view state (%1 groups expanded, %2 bytes)").arg(_iGroups).arg(qbaState.size())),
+        dSave, -1);
+    const double dRestore = MedianMs(
+        side.Window(), [&] { pTree->CollapseAll(); }, [&] { pTree->RestoreViewState(qbaState); });
+    row("restore view state after fold all", dRestore, -1);
+    side.Destroy();
+    return 0;
+}
+
 // ---- soak -----------------------------------------------------------------------------------------
 
 long RssKb()
@@ -763,14 +857,17 @@ int main(int argc, char* argv[])
     QCommandLineOption optExpanded("expanded", "1: every group expanded before the rest.", "flag", "0");
     QCommandLineOption optTimeout("timeout", "Seconds per child process (default 600).", "seconds", "600");
     QCommandLineOption optOnly("only", "Run one side only: ours or base.", "side");
+    QCommandLineOption optOperator("operator-view", "Status filter, counts and view state (see the head).");
     QCommandLineOption optSoak("soak", "The soak run of the resource tree (see the program's head).");
     QCommandLineOption optSeconds("seconds", "Length of the soak (120).", "seconds", "120");
     QCommandLineOption optChannels("channels", "Channels of the soak (32000).", "count", "32000");
     QCommandLineOption optRate("changes-per-second", "Simulated changes of the soak (500).", "count", "500");
     parser.addOptions({optChild, optSide, optGroups, optButtons, optExpanded, optTimeout, optOnly, optSoak,
-                       optSeconds, optChannels, optRate});
+                       optSeconds, optChannels, optRate, optOperator});
     parser.process(app);
 
+    if (parser.isSet(optOperator))
+        return RunOperatorView(parser.isSet(optGroups) ? parser.value(optGroups).toInt() : 3125);
     if (parser.isSet(optSoak))
         return RunSoak(parser.value(optChannels).toInt(), parser.value(optSeconds).toInt(),
                        parser.value(optRate).toInt());

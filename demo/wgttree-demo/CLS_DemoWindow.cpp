@@ -8,8 +8,10 @@
 #include "FunctionUtil.h"
 #include "I_AppSignals.h"
 #include "LxAppManager.h"
+#include "Param.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDateTime>
 #include <QFont>
 #include <QHBoxLayout>
@@ -115,7 +117,23 @@ CLS_DemoWindow::CLS_DemoWindow(const CLS_DemoSiblings* _pSiblings, QWidget* pare
     pSideTrees->setSizes({430, 300});
 
     auto* pSplitter = new QSplitter(Qt::Horizontal);
-    pSplitter->addWidget(Titled(tr("Resources"), m_pResourceTree));
+    // The resource tree shows its on-line counts, and a switch above it filters by status.
+    m_pFilter = new QComboBox;
+    m_pFilter->addItem(tr("All channels"), int(STATUS_FILTER_ALL));
+    m_pFilter->addItem(tr("On line"), int(STATUS_FILTER_ONLINE));
+    m_pFilter->addItem(tr("Off line"), int(STATUS_FILTER_OFFLINE));
+    m_pFilter->setAccessibleName(tr("Status filter"));
+    connect(m_pFilter, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            [this](int _iIndex) { m_pResourceTree->SetStatusFilter(m_pFilter->itemData(_iIndex).toInt()); });
+    m_pResourceTree->SetShowChannelCounts(true);
+    m_pResourceTree->SetKeepViewState(true); // a rebuild keeps what was open
+    QWidget* pResourceBox = Titled(tr("Resources"), m_pResourceTree);
+    auto* pFilterRow = new QHBoxLayout;
+    pFilterRow->setContentsMargins(10, 0, 4, 0);
+    pFilterRow->addWidget(new QLabel(tr("Show:")));
+    pFilterRow->addWidget(m_pFilter, 1);
+    static_cast<QVBoxLayout*>(pResourceBox->layout())->insertLayout(1, pFilterRow);
+    pSplitter->addWidget(pResourceBox);
     pSplitter->addWidget(pSideTrees);
     pSplitter->addWidget(Titled(tr("Events"), m_pLog));
     pSplitter->setStretchFactor(0, 3);
@@ -164,6 +182,33 @@ CLS_DemoWindow::~CLS_DemoWindow()
 {
     m_tmRefresh.stop();
     disconnect(m_connDpi);
+}
+
+int CLS_DemoWindow::SetStatusFilter(const QString& _qstrFilter)
+{
+    const QStringList qlstNames = {"all", "online", "offline"};
+    const int iIndex = qlstNames.indexOf(_qstrFilter);
+    if (iIndex < 0)
+        return -1;
+    m_pFilter->setCurrentIndex(iIndex); // the switch sets the tree's filter
+    return 0;
+}
+
+void CLS_DemoWindow::SaveViewState() const
+{
+    typedef int (*PFun_SetParam)(const std::string&, const std::string&, const std::string&);
+    auto pFunSetParam = reinterpret_cast<PFun_SetParam>(Param::GetModuleFun("SetParam"));
+    if (nullptr != pFunSetParam)
+        pFunSetParam("WgtTreeDemo", "resourceViewState",
+                     m_pResourceTree->SaveViewState().toBase64().toStdString());
+}
+
+void CLS_DemoWindow::RestoreViewState()
+{
+    const std::string strState = Param::GetParam("WgtTreeDemo", "resourceViewState", "");
+    if (!strState.empty() &&
+        m_pResourceTree->RestoreViewState(QByteArray::fromBase64(QByteArray::fromStdString(strState))) != 0)
+        AppendLog(tr("the saved view of the resource tree could not be read"));
 }
 
 int CLS_DemoWindow::InitTrees()

@@ -17,6 +17,7 @@
 
 class CLS_DemoSiblings;
 class CLS_WgtDeviceTree;
+class QComboBox;
 class QLabel;
 class QListWidget;
 class QScreen;
@@ -60,6 +61,13 @@ public:
     // of results (the no-results entry counts as none), -1 without a search line.
     int TypeSearch(const QString& _qstrText, QStringList& _qlstEntries);
 
+    // The resource tree's status filter by name: "all", "online" or "offline"; -1 for another name.
+    int SetStatusFilter(const QString& _qstrFilter);
+    // The resource tree's view state (open hosts, current channel, first row) in the settings
+    // store, section "WgtTreeDemo", key "resourceViewState" (Base64), for the next run.
+    void SaveViewState() const;
+    void RestoreViewState();
+
     STRCT_DemoTreeCounts CountResourceTree() const;
     STRCT_DemoTreeCounts CountCustomTree() const;
     STRCT_DemoTreeCounts CountFavoriteTree() const;
@@ -93,6 +101,7 @@ private:
     CLS_WgtDeviceTree* m_pResourceTree = nullptr; // children of the window
     CLS_WgtDeviceTree* m_pCustomTree = nullptr;
     CLS_WgtDeviceTree* m_pFavoriteTree = nullptr;
+    QComboBox* m_pFilter = nullptr; // the resource tree's status filter
     QListWidget* m_pLog = nullptr;
     QLabel* m_pStatusLine = nullptr;
     QTimer m_tmRefresh;

@@ -121,8 +121,10 @@ int main(int argc, char* argv[])
         "search", "Type TEXT into the resource tree's search line before the picture.", "TEXT");
     const QCommandLineOption optLanguage(
         "language", "Language of the trees' texts, e.g. de or zh_CN (default: the locale's).", "NAME");
+    const QCommandLineOption optFilter(
+        "status-filter", "Show only channels on line or off line: all, online, offline.", "NAME");
     parser.addOptions({optInstallation, optChannels, optPerHost, optScreenshot, optSeconds, optSkin, optRate,
-                       optSeed, optRefresh, optSearch, optLanguage});
+                       optSeed, optRefresh, optSearch, optLanguage, optFilter});
     parser.process(app);
 
     bool blOk = true;
@@ -215,6 +217,13 @@ int main(int argc, char* argv[])
         PrintError("the installation gives no resource tree");
         return CONST_EXIT_INSTALLATION;
     }
+    if (parser.isSet(optFilter) && wgtWindow.SetStatusFilter(parser.value(optFilter)) != 0) {
+        PrintError(
+            QString("unknown status filter \"%1\": all, online or offline").arg(parser.value(optFilter)));
+        return CONST_EXIT_USAGE;
+    }
+    if (parser.isSet(optFilter))
+        PrintLine("status filter: " + parser.value(optFilter));
     if (clsSiblings.m_pFunStartSimulation(iRate, uiSeed) < 0)
         PrintError("the simulator did not start; states stay as loaded");
     else
@@ -225,12 +234,15 @@ int main(int argc, char* argv[])
     wgtWindow.SetStatusRefresh(iRefresh);
 
     if (!blScreenshot) {
+        // A person's run comes back as it was left; a screenshot run starts as built.
+        wgtWindow.RestoreViewState();
         if (parser.isSet(optSearch))
             QTimer::singleShot(0, &wgtWindow, [&]() {
                 QStringList qlstEntries;
                 wgtWindow.TypeSearch(parser.value(optSearch), qlstEntries);
             });
         const int iRet = app.exec();
+        wgtWindow.SaveViewState();
         clsSiblings.m_pFunStopSimulation();
         return iRet;
     }

@@ -283,11 +283,38 @@ def stylesheet_seeds():
     yield "empty", b""
 
 
+def view_state(current, top, expanded, version=1):
+    """A view state as CLS_DeviceTreeViewState::Encode writes it (docs/view-state-format.md)."""
+    def string(value):
+        data = value.encode("utf-8")
+        return struct.pack(">I", len(data)) + data
+    out = b"WTVS" + bytes([version]) + struct.pack(">I", len(expanded)) + string(current) + string(top)
+    for item in sorted(expanded):
+        out += string(item)
+    return out
+
+
+def view_state_seeds():
+    whole = view_state("g2c1", "g1", ["custom_root_id", "g2", "g3"])
+    return [
+        ("whole", whole),
+        ("empty_state", view_state("", "", [])),
+        ("unknown_ids", view_state("gone", "also gone", ["g9", "", "custom_root_id"])),
+        ("root_folded", view_state("g0c0", "g0c0", ["g0"])),
+        ("non_ascii", view_state("\u5317\u95e8", "", ["\u00fc"])),
+        ("truncated", whole[:-3]),
+        ("trailing_byte", whole + b"x"),
+        ("next_version", view_state("g2c1", "", ["g2"], version=2)),
+        ("count_beyond_bytes", whole[:5] + struct.pack(">I", 1 << 30) + whole[9:]),
+    ]
+
+
 TARGETS = {
     "fuzz_basetree_init": base_tree_seeds,
     "fuzz_devicetree_init": device_tree_seeds,
     "fuzz_status_batch": status_batch_seeds,
     "fuzz_stylesheet": stylesheet_seeds,
+    "fuzz_view_state": view_state_seeds,
 }
 
 

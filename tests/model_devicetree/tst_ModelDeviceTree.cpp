@@ -255,6 +255,9 @@ enum n_Op
     OP_DEV_NAME,
     OP_DEV_BIND,
     OP_DEV_STATUS,
+    OP_STATUS_FILTER,
+    OP_CHANNEL_COUNTS,
+    OP_VIEW_STATE,
 };
 
 struct STRCT_Step
@@ -452,6 +455,14 @@ QString Describe(const STRCT_Step& _step)
         return QString("device layer: bind type of \"%1\" = %2").arg(_step.m_qstrA).arg(_step.m_iA);
     case OP_DEV_STATUS:
         return QString("device layer: status of \"%1\" = %2").arg(_step.m_qstrA).arg(_step.m_iA);
+    case OP_STATUS_FILTER:
+        return QString("SetStatusFilter(%1)").arg(_step.m_iA);
+    case OP_CHANNEL_COUNTS:
+        return QString("SetShowChannelCounts(%1)").arg(_step.m_blA);
+    case OP_VIEW_STATE:
+        return _step.m_iA == 0   ? QString("RestoreViewState(SaveViewState())")
+               : _step.m_iA == 1 ? QString("RestoreViewState(bytes that are no state)")
+                                 : QString("SetKeepViewState(%1)").arg(_step.m_blA);
     }
     return "?";
 }
@@ -772,8 +783,16 @@ public:
             step.m_blA = Chance(65);
             return step;
         }
-        if (iRoll < 890) {
+        if (iRoll < 872) {
             step.m_iOp = OP_TIMEOUT;
+            return step;
+        }
+        if (iRoll < 890) {
+            // What operators switch: the status filter, the painted counts, the view state.
+            const int iKind = Pick(3);
+            step.m_iOp = iKind == 0 ? OP_STATUS_FILTER : iKind == 1 ? OP_CHANNEL_COUNTS : OP_VIEW_STATE;
+            step.m_iA = iKind == 0 ? One<int>({-1, 0, 1, 2, 3, 1, 2}) : Pick(3);
+            step.m_blA = Chance(60);
             return step;
         }
         if (iRoll < 920) {
@@ -872,6 +891,7 @@ public:
     }
 
     std::function<void(STRCT_MRow*, bool)> m_funRowChecked; // the panel's check signal
+    std::function<bool(const STRCT_MRow*)> m_funHidden;     // rows the status filter hides
 
     STRCT_MRow* Row(const QString& _qstrId) const { return m_qmapIndex.value(_qstrId, nullptr); }
 
@@ -1053,7 +1073,7 @@ public:
         if (!m_blCheck)
             return -1;
         for (auto it = m_qmapIndex.cbegin(); it != m_qmapIndex.cend(); ++it) {
-            if (Data(it.value()) != 2)
+            if (Data(it.value()) != 2 || (m_funHidden && m_funHidden(it.value())))
                 continue;
             if (!_blLeaves || it.value()->m_qvecKids.isEmpty())
                 _qvecOut << it.value()->m_clsRec;
@@ -1108,6 +1128,37 @@ public:
         m_base.m_funRowChecked = [this](STRCT_MRow* _pRow, bool _blChecked) {
             SlotCheckedStatusChange(_pRow->m_clsRec.m_qstrId, _blChecked);
         };
+        m_base.m_funHidden = [this](const STRCT_MRow* _pRow) { return !FilterShows(_pRow); };
+    }
+
+    // The status filter and the counts, the slow way: straight from the rows and the nodes.
+    int m_iFilter = 0;
+    int ChannelState(const STRCT_MRow* _pRow) const
+    {
+        const auto it = m_qmapNodes.constFind(_pRow->m_clsRec.m_qstrId);
+        if (it == m_qmapNodes.cend() || it->m_iType != 4)
+            return -1;
+        return it->m_iStatus == 1 ? 1 : 0;
+    }
+    void Counts(const STRCT_MRow* _pRow, int& _iOnline, int& _iTotal) const
+    {
+        for (const STRCT_MRow* pKid : _pRow->m_qvecKids) {
+            const int iState = ChannelState(pKid);
+            _iOnline += iState == 1 ? 1 : 0;
+            _iTotal += iState >= 0 ? 1 : 0;
+            Counts(pKid, _iOnline, _iTotal);
+        }
+    }
+    bool FilterShows(const STRCT_MRow* _pRow) const
+    {
+        if (m_iFilter == 0 || _pRow->m_pParent == nullptr)
+            return true;
+        const int iState = ChannelState(_pRow);
+        if (iState >= 0)
+            return iState == (m_iFilter == 1 ? 1 : 0);
+        int iOnline = 0, iTotal = 0;
+        Counts(_pRow, iOnline, iTotal);
+        return m_iFilter == 1 ? iOnline > 0 : iTotal - iOnline > 0;
     }
 
     // -- presentation --
@@ -2242,6 +2293,9 @@ private:
                 m_dev.m_qmapItems[_step.m_qstrA].m_iStatus = _step.m_iA;
             break;
         }
+        if (_step.m_iOp == OP_STATUS_FILTER || _step.m_iOp == OP_CHANNEL_COUNTS ||
+            _step.m_iOp == OP_VIEW_STATE)
+            ApplyOperatorView(_step, iTree, iModel, qlstExtraTree, qlstExtraModel);
         _qstrResults = QString("result tree %1 model %2").arg(iTree).arg(iModel);
         m_bResultsDiffer = iTree != iModel;
         m_qlstExtraTree = qlstExtraTree;
@@ -2565,6 +2619,63 @@ private:
         return QString();
     }
 
+    void ApplyOperatorView(const STRCT_Step& _step, int& _iTree, int& _iModel, QStringList& _qlstExtraTree,
+                           QStringList& _qlstExtraModel)
+    {
+        if (_step.m_iOp == OP_STATUS_FILTER) {
+            _iTree = m_pTree->SetStatusFilter(_step.m_iA);
+            _iModel = _step.m_iA >= 0 && _step.m_iA <= 2 ? 0 : -1;
+            if (_iModel == 0)
+                m_pModel->m_iFilter = _step.m_iA;
+            _qlstExtraTree << QString("filter %1").arg(m_pTree->GetStatusFilter());
+            _qlstExtraModel << QString("filter %1").arg(m_pModel->m_iFilter);
+            m_blOperatorView = true;
+        } else if (_step.m_iOp == OP_CHANNEL_COUNTS) {
+            m_pTree->SetShowChannelCounts(_step.m_blA);
+            _qlstExtraTree << QString("counts shown %1").arg(m_pTree->GetShowChannelCounts());
+            _qlstExtraModel << QString("counts shown %1").arg(_step.m_blA);
+            m_blOperatorView = true;
+        } else if (_step.m_iA == 0) {
+            const QByteArray qbaState = m_pTree->SaveViewState();
+            _iTree = m_pTree->RestoreViewState(qbaState);
+            _iModel = 0;
+            _qlstExtraTree << (m_pTree->SaveViewState() == qbaState ? "state kept" : "state changed");
+            _qlstExtraModel << "state kept";
+        } else if (_step.m_iA == 1) {
+            _iTree = m_pTree->RestoreViewState(QByteArray("WTVS\x01\x00\x00\x00\x09", 9));
+            _iModel = -1;
+        } else {
+            m_pTree->SetKeepViewState(_step.m_blA);
+        }
+    }
+
+    // Once a run has asked for the filter or the counts: every row's hidden flag and counts, as the
+    // rows and nodes of the model say.
+    QString OperatorView(bool _blModel) const
+    {
+        QStringList qlst;
+        CLS_WgtBaseTreeWidget* pBase = BaseOf(*m_pTree);
+        for (auto it = m_pModel->m_base.m_qmapIndex.cbegin(); it != m_pModel->m_base.m_qmapIndex.cend();
+             ++it) {
+            QString qstrCounts = "-";
+            int iOnline = 0, iTotal = 0;
+            bool blHidden = false;
+            if (_blModel) {
+                m_pModel->Counts(it.value(), iOnline, iTotal);
+                blHidden = !m_pModel->FilterShows(it.value());
+                if (m_pModel->m_qmapNodes.contains(it.key()))
+                    qstrCounts = QString("%1/%2").arg(iOnline).arg(iTotal);
+            } else {
+                QTreeWidgetItem* pRow = pBase->GetNodeById(it.key());
+                blHidden = pRow != nullptr && pRow->isHidden();
+                if (m_pTree->GetChannelCounts(it.key(), iOnline, iTotal) == 0)
+                    qstrCounts = QString("%1/%2").arg(iOnline).arg(iTotal);
+            }
+            qlst << QString("%1 %2%3").arg(it.key(), qstrCounts, blHidden ? " hidden" : "");
+        }
+        return qlst.join("\n");
+    }
+
     bool Compare(const STRCT_Step& _step, const QString& _qstrResults, QString& _qstrWhy)
     {
         auto fail = [&](const QString& _qstrWhat, const QString& _qstrTree, const QString& _qstrModel) {
@@ -2636,6 +2747,11 @@ private:
         const QString qstrQTree = Queries(false), qstrQModel = Queries(true);
         if (qstrQTree != qstrQModel)
             return fail("queries", qstrQTree, qstrQModel);
+        if (m_blOperatorView) {
+            const QString qstrOvTree = OperatorView(false), qstrOvModel = OperatorView(true);
+            if (qstrOvTree != qstrOvModel)
+                return fail("filter and counts", qstrOvTree, qstrOvModel);
+        }
         return true;
     }
 
@@ -2645,6 +2761,7 @@ private:
     std::unique_ptr<CLS_ModelTree> m_pModel;
     QStringList m_qlstActual;
     bool m_bResultsDiffer = false;
+    bool m_blOperatorView = false; // the run asked for the status filter or the counts
     QStringList m_qlstExtraTree, m_qlstExtraModel;
 };
 

@@ -7,6 +7,7 @@
 #include "CLS_TestPaths.h"
 #include "FuzzDecoders.h"
 #include "FuzzInstallation.h"
+#include "FuzzViewState.h"
 #include "Param.h"
 
 #include <QDir>
@@ -19,7 +20,7 @@ namespace {
 const QStringList& TargetNames()
 {
     static const QStringList s_qlstTargets{"fuzz_basetree_init", "fuzz_devicetree_init", "fuzz_status_batch",
-                                           "fuzz_stylesheet", "fuzz_installation"};
+                                           "fuzz_stylesheet",    "fuzz_installation",    "fuzz_view_state"};
     return s_qlstTargets;
 }
 
@@ -72,6 +73,8 @@ private slots:
     void shouldKeepDeviceRowsInStepWithTheModel();
     void shouldApplyOnlyStatusMapsOfTheRightType_data();
     void shouldApplyOnlyStatusMapsOfTheRightType();
+    void shouldRestoreViewStatesWholeOrNotAtAll_data();
+    void shouldRestoreViewStatesWholeOrNotAtAll();
     void shouldReadSheetsBackAsWritten_data();
     void shouldReadSheetsBackAsWritten();
     void shouldReadOrRefuseEveryInstallationWhole_data();
@@ -157,6 +160,18 @@ void tst_FuzzReplay::shouldApplyOnlyStatusMapsOfTheRightType()
         QCOMPARE(batch.m_iResult, batch.m_blExactType ? 0 : -1);
         QVERIFY2(batch.m_qlstMismatches.isEmpty(), qPrintable(batch.m_qlstMismatches.join("; ")));
     }
+}
+
+void tst_FuzzReplay::shouldRestoreViewStatesWholeOrNotAtAll_data()
+{
+    AddInputRows("fuzz_view_state");
+}
+
+void tst_FuzzReplay::shouldRestoreViewStatesWholeOrNotAtAll()
+{
+    QFETCH(QByteArray, qbaInput);
+    const WgtFuzz::STRCT_ViewStateRun run = WgtFuzz::RunViewState(Bytes(qbaInput), size_t(qbaInput.size()));
+    QVERIFY2(run.m_qlstProblems.isEmpty(), qPrintable(run.m_qlstProblems.join("; ")));
 }
 
 void tst_FuzzReplay::shouldReadSheetsBackAsWritten_data()

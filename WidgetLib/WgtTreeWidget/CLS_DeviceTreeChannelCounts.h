@@ -1,0 +1,96 @@
+#pragma once
+// On-line and total counts of the channels (nodes of type 4) below every row of a device tree,
+// kept current as rows come and go and as channel states change, so that a status batch of k
+// channels costs k times the depth of the tree, never a walk of it. Reads the device tree's node
+// model by tree id (never writes it) and the rows of its base tree. A rebuild of the rows marks the
+// counts stale; the next question or change counts them again in one walk. GUI thread only.
+
+#include "TreeStructDefine.h"
+
+#include <QHash>
+#include <QMap>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QVector>
+
+#include <functional>
+
+class CLS_WgtBaseTreeWidget;
+class QModelIndex;
+class QTreeWidgetItem;
+
+class CLS_DeviceTreeChannelCounts : public QObject
+{
+    Q_OBJECT
+
+public:
+    // _pNodes is the device tree's model; it must outlive this object (the device tree owns both).
+    CLS_DeviceTreeChannelCounts(CLS_WgtBaseTreeWidget* _pTree,
+                                const QMap<QString, CLS_CustomTreeNode>* _pNodes,
+                                QObject* _pParent = nullptr);
+
+    // What a row is to the counts: not a channel, a channel off line (any status but 1), on line.
+    enum n_ChannelState : int
+    {
+        CHANNEL_NONE = -1,
+        CHANNEL_OFFLINE = 0,
+        CHANNEL_ONLINE = 1,
+    };
+
+    // Channels below the row (not the row itself). False for a row the tree does not hold.
+    bool CountsOf(QTreeWidgetItem* _pRow, int& _iOnline, int& _iTotal);
+    // The row's own state, read from its node when the row was last counted.
+    int StateOf(QTreeWidgetItem* _pRow);
+
+    // The node of this tree id may have changed (a status batch wrote its status, a page rewrote
+    // it): its row is read again and the counts above it follow. Nothing for an id without a row.
+    void NoteStatus(const QString& _qstrTreeId);
+    // Counts again now if the rows were rebuilt since the last count.
+    void EnsureCounted();
+    bool IsStale() const { return m_blStale; }
+
+    // Called for every row whose own state or counts changed, after the change (the filter and the
+    // painted counts follow). Not called for the rows of a full count: see SetRecountedHandler.
+    void SetRowChangedHandler(std::function<void(QTreeWidgetItem*)> _fnChanged);
+    // Called after a full count of all rows.
+    void SetRecountedHandler(std::function<void()> _fnRecounted);
+
+private:
+    struct STRCT_RowCounts
+    {
+        int m_iOnline = 0; // channels on line below the row
+        int m_iTotal = 0;  // channels below the row
+        int m_iState = CHANNEL_NONE;
+    };
+
+    void Recount();
+    // The row's own state from its node (by the id kept in the row).
+    int ReadState(QTreeWidgetItem* _pRow) const;
+    // Counts a row that is new to this object and everything below it; its entry is made here.
+    STRCT_RowCounts& CountSubtree(QTreeWidgetItem* _pRow);
+    // Adds the row's channels (and the row itself) to every ancestor, with a sign; _blLater keeps
+    // the ancestors for SlotRowsRemoved instead of telling the handler now.
+    void AddToAncestors(QTreeWidgetItem* _pRow, const STRCT_RowCounts& _stCounts, int _iSign,
+                        bool _blLater = false);
+    QTreeWidgetItem* RowOfIndex(const QModelIndex& _index) const;
+    // Reads a counted row's state again and moves the counts above it by the difference.
+    void Restate(QTreeWidgetItem* _pRow);
+
+    void SlotRowsInserted(const QModelIndex& _parent, int _iFirst, int _iLast);
+    void SlotRowsAboutToBeRemoved(const QModelIndex& _parent, int _iFirst, int _iLast);
+    void SlotRowsRemoved();
+    void SlotDataChanged(const QModelIndex& _topLeft, const QModelIndex& _bottomRight,
+                         const QVector<int>& _qvecRoles);
+    void SlotReset();
+
+    QPointer<CLS_WgtBaseTreeWidget> m_pTree;
+    const QMap<QString, CLS_CustomTreeNode>* m_pNodes = nullptr;
+    // Every row counted so far, also rows taken out since (a move puts them back with their
+    // counts); emptied when the rows are rebuilt, before the tree frees the rows it took out.
+    QHash<QTreeWidgetItem*, STRCT_RowCounts> m_qhashRows;
+    QVector<QTreeWidgetItem*> m_qvecLater; // ancestors of rows about to leave
+    bool m_blStale = true;
+    std::function<void(QTreeWidgetItem*)> m_fnChanged;
+    std::function<void()> m_fnRecounted;
+};
