@@ -14,6 +14,8 @@ constexpr int CONST_iTypeChannel = 4;
 // The base tree keeps each row's record id under this role of column 0.
 constexpr int CONST_iIdRole = Qt::UserRole;
 constexpr int CONST_iRecordRole = Qt::UserRole + 1;
+// "Read the state from the node" for Restate.
+constexpr int CONST_iUnknownState = -2;
 
 } // namespace
 
@@ -67,19 +69,29 @@ void CLS_DeviceTreeChannelCounts::EnsureCounted()
         Recount();
 }
 
-int CLS_DeviceTreeChannelCounts::ReadState(QTreeWidgetItem* _pRow) const
+int CLS_DeviceTreeChannelCounts::ReadState(QTreeWidgetItem* _pRow)
 {
     if (m_pNodes == nullptr)
         return CHANNEL_NONE;
-    const auto it = m_pNodes->constFind(_pRow->data(0, CONST_iIdRole).toString());
+    const QString qstrId = _pRow->data(0, CONST_iIdRole).toString();
+    const auto it = m_pNodes->constFind(qstrId);
     if (it == m_pNodes->cend() || it.value().m_iType != CONST_iTypeChannel)
         return CHANNEL_NONE;
-    return it.value().m_iStatus == 1 ? CHANNEL_ONLINE : CHANNEL_OFFLINE;
+    m_qhashChannelRows.insert(qstrId, _pRow);
+    return StateOfNode(it.value().m_iType, it.value().m_iStatus);
+}
+
+int CLS_DeviceTreeChannelCounts::StateOfNode(int _iType, int _iStatus)
+{
+    if (_iType != CONST_iTypeChannel)
+        return CHANNEL_NONE;
+    return _iStatus == 1 ? CHANNEL_ONLINE : CHANNEL_OFFLINE;
 }
 
 void CLS_DeviceTreeChannelCounts::Recount()
 {
     m_qhashRows.clear();
+    m_qhashChannelRows.clear();
     m_blStale = false;
     if (m_pTree != nullptr) {
         m_qhashRows.reserve(m_pTree->topLevelItemCount() + 64);
@@ -155,7 +167,25 @@ void CLS_DeviceTreeChannelCounts::NoteStatus(const QString& _qstrTreeId)
     Restate(m_pTree->GetNodeById(_qstrTreeId));
 }
 
-void CLS_DeviceTreeChannelCounts::Restate(QTreeWidgetItem* _pRow)
+void CLS_DeviceTreeChannelCounts::NoteStatus(const QString& _qstrTreeId, int _iType, int _iStatus)
+{
+    if (m_pTree == nullptr)
+        return;
+    if (m_blStale) {
+        Recount();
+        return;
+    }
+    // A status batch names channels: their rows are at hand without a search of the tree's index.
+    QTreeWidgetItem* pRow = m_qhashChannelRows.value(_qstrTreeId, nullptr);
+    if (pRow == nullptr || pRow->treeWidget() == nullptr) {
+        pRow = m_pTree->GetNodeById(_qstrTreeId);
+        if (pRow == nullptr)
+            return;
+    }
+    Restate(pRow, StateOfNode(_iType, _iStatus));
+}
+
+void CLS_DeviceTreeChannelCounts::Restate(QTreeWidgetItem* _pRow, int _iKnownState)
 {
     if (_pRow == nullptr)
         return;
@@ -163,7 +193,9 @@ void CLS_DeviceTreeChannelCounts::Restate(QTreeWidgetItem* _pRow)
     if (it == m_qhashRows.end())
         return;
     const int iOld = it.value().m_iState;
-    const int iState = ReadState(_pRow);
+    // The state read from the node may also file the row among the channels (ReadState).
+    const int iState =
+        _iKnownState == CONST_iUnknownState || iOld == CHANNEL_NONE ? ReadState(_pRow) : _iKnownState;
     if (iState == iOld)
         return;
     it.value().m_iState = iState;
@@ -262,6 +294,7 @@ void CLS_DeviceTreeChannelCounts::SlotReset()
 {
     // Before the tree frees the rows it took out: no entry may outlive its row.
     m_qhashRows.clear();
+    m_qhashChannelRows.clear();
     m_qvecLater.clear();
     m_blStale = true;
 }

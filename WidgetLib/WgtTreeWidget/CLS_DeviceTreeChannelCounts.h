@@ -46,6 +46,8 @@ public:
     // The node of this tree id may have changed (a status batch wrote its status, a page rewrote
     // it): its row is read again and the counts above it follow. Nothing for an id without a row.
     void NoteStatus(const QString& _qstrTreeId);
+    // The same with the node's type and status at hand (a status batch): no look-up of the node.
+    void NoteStatus(const QString& _qstrTreeId, int _iType, int _iStatus);
     // Counts again now if the rows were rebuilt since the last count.
     void EnsureCounted();
     bool IsStale() const { return m_blStale; }
@@ -65,8 +67,9 @@ private:
     };
 
     void Recount();
-    // The row's own state from its node (by the id kept in the row).
-    int ReadState(QTreeWidgetItem* _pRow) const;
+    // The row's own state from its node (by the id kept in the row); files a channel's row by id.
+    int ReadState(QTreeWidgetItem* _pRow);
+    static int StateOfNode(int _iType, int _iStatus);
     // Counts a row that is new to this object and everything below it; its entry is made here.
     STRCT_RowCounts& CountSubtree(QTreeWidgetItem* _pRow);
     // Adds the row's channels (and the row itself) to every ancestor, with a sign; _blLater keeps
@@ -74,8 +77,9 @@ private:
     void AddToAncestors(QTreeWidgetItem* _pRow, const STRCT_RowCounts& _stCounts, int _iSign,
                         bool _blLater = false);
     QTreeWidgetItem* RowOfIndex(const QModelIndex& _index) const;
-    // Reads a counted row's state again and moves the counts above it by the difference.
-    void Restate(QTreeWidgetItem* _pRow);
+    // Reads a counted row's state again (or takes the one given) and moves the counts above it by
+    // the difference.
+    void Restate(QTreeWidgetItem* _pRow, int _iKnownState = -2);
 
     void SlotRowsInserted(const QModelIndex& _parent, int _iFirst, int _iLast);
     void SlotRowsAboutToBeRemoved(const QModelIndex& _parent, int _iFirst, int _iLast);
@@ -90,6 +94,8 @@ private:
     // counts); emptied when the rows are rebuilt, before the tree frees the rows it took out.
     QHash<QTreeWidgetItem*, STRCT_RowCounts> m_qhashRows;
     QVector<QTreeWidgetItem*> m_qvecLater; // ancestors of rows about to leave
+    // Tree id -> row of every channel counted (a row taken out may stay until the next rebuild).
+    QHash<QString, QTreeWidgetItem*> m_qhashChannelRows;
     bool m_blStale = true;
     std::function<void(QTreeWidgetItem*)> m_fnChanged;
     std::function<void()> m_fnRecounted;

@@ -7,6 +7,8 @@
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtDeviceTree.h"
 
+#include <QThread>
+
 #include <utility>
 
 CLS_DeviceTreeOperatorView::CLS_DeviceTreeOperatorView(CLS_WgtBaseTreeWidget* _pTree,
@@ -126,6 +128,14 @@ void CLS_DeviceTreeOperatorView::AfterRowsBuilt()
 
 void CLS_DeviceTreeOperatorView::NoteStatus(const QString& _qstrTreeId)
 {
-    if (m_pChannelCounts != nullptr)
+    // A build on a page's thread writes nodes too: its rows, made later on this thread, are
+    // counted anew then.
+    if (m_pChannelCounts != nullptr && QThread::currentThread() == thread())
         m_pChannelCounts->NoteStatus(_qstrTreeId);
+}
+
+void CLS_DeviceTreeOperatorView::NoteStatus(const QString& _qstrTreeId, int _iType, int _iStatus)
+{
+    if (m_pChannelCounts != nullptr)
+        m_pChannelCounts->NoteStatus(_qstrTreeId, _iType, _iStatus);
 }

@@ -45,6 +45,7 @@ public:
     void BeforeClear();
     void AfterRowsBuilt();
     void NoteStatus(const QString& _qstrTreeId);
+    void NoteStatus(const QString& _qstrTreeId, int _iType, int _iStatus); // GUI thread: a status batch
 
 private:
     CLS_DeviceTreeChannelCounts* ChannelCounts();

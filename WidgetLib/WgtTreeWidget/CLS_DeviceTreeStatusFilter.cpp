@@ -8,6 +8,8 @@
 #include <QTreeWidgetItem>
 #include <QVector>
 
+#include <utility>
+
 namespace {
 
 constexpr int CONST_iFilterAll = 0;
@@ -26,8 +28,11 @@ CLS_DeviceTreeStatusFilter::CLS_DeviceTreeStatusFilter(CLS_WgtBaseTreeWidget* _p
     connect(m_pTree, &CLS_WgtBaseTreeWidget::SignKeepListApplied, this,
             &CLS_DeviceTreeStatusFilter::SlotKeepListApplied);
     // The rows go with a rebuild, before the tree frees those it took out.
-    connect(m_pTree->model(), &QAbstractItemModel::modelAboutToBeReset, this,
-            [this]() { m_qhashHidden.clear(); });
+    connect(m_pTree->model(), &QAbstractItemModel::modelAboutToBeReset, this, [this]() {
+        m_qsetHidden.clear();
+        m_qsetTreeHidden.clear();
+    });
+    NoteTreeHidden(); // a narrowing made before the filter: every hidden row is the tree's
 }
 
 int CLS_DeviceTreeStatusFilter::SetFilter(int _iFilter)
@@ -59,22 +64,18 @@ bool CLS_DeviceTreeStatusFilter::Shows(QTreeWidgetItem* _pRow)
 
 void CLS_DeviceTreeStatusFilter::Hide(QTreeWidgetItem* _pRow)
 {
-    if (m_qhashHidden.contains(_pRow))
+    if (m_qsetHidden.contains(_pRow))
         return;
-    const bool blTreeHidden = _pRow->isHidden();
-    m_qhashHidden.insert(_pRow, blTreeHidden);
-    if (!blTreeHidden)
+    m_qsetHidden.insert(_pRow);
+    if (!m_qsetTreeHidden.contains(_pRow))
         _pRow->setHidden(true);
 }
 
 void CLS_DeviceTreeStatusFilter::Unhide(QTreeWidgetItem* _pRow)
 {
-    const auto it = m_qhashHidden.find(_pRow);
-    if (it == m_qhashHidden.end())
+    if (!m_qsetHidden.remove(_pRow))
         return;
-    const bool blTreeHidden = it.value();
-    m_qhashHidden.erase(it);
-    if (!blTreeHidden && _pRow->treeWidget() != nullptr)
+    if (!m_qsetTreeHidden.contains(_pRow) && _pRow->treeWidget() != nullptr)
         _pRow->setHidden(false);
 }
 
@@ -97,10 +98,11 @@ void CLS_DeviceTreeStatusFilter::ApplyAll()
     CLS_TreeRowBatch batch(m_pTree);
     if (m_iFilter == CONST_iFilterAll) {
         // Only the rows the filter hid need their own flag back.
-        const QList<QTreeWidgetItem*> qlstRows = m_qhashHidden.keys();
-        for (QTreeWidgetItem* pRow : qlstRows)
-            Unhide(pRow);
-        m_qhashHidden.clear();
+        const QSet<QTreeWidgetItem*> qsetRows = std::exchange(m_qsetHidden, {});
+        for (QTreeWidgetItem* pRow : qsetRows) {
+            if (!m_qsetTreeHidden.contains(pRow) && pRow->treeWidget() != nullptr)
+                pRow->setHidden(false);
+        }
         return;
     }
     QVector<QTreeWidgetItem*> qvecStack;
@@ -114,16 +116,34 @@ void CLS_DeviceTreeStatusFilter::ApplyAll()
     }
 }
 
+void CLS_DeviceTreeStatusFilter::NoteTreeHidden()
+{
+    m_qsetTreeHidden.clear();
+    if (m_pTree == nullptr)
+        return;
+    QVector<QTreeWidgetItem*> qvecStack;
+    for (int i = 0; i < m_pTree->topLevelItemCount(); ++i)
+        qvecStack.append(m_pTree->topLevelItem(i));
+    while (!qvecStack.isEmpty()) {
+        QTreeWidgetItem* pRow = qvecStack.takeLast();
+        if (pRow->isHidden())
+            m_qsetTreeHidden.insert(pRow);
+        for (int i = 0; i < pRow->childCount(); ++i)
+            qvecStack.append(pRow->child(i));
+    }
+}
+
 void CLS_DeviceTreeStatusFilter::SlotKeepListApplied()
 {
-    for (auto it = m_qhashHidden.begin(); it != m_qhashHidden.end();) {
-        QTreeWidgetItem* pRow = it.key();
+    // The narrowing has just set every row's flag: those it hid are its own from now on.
+    NoteTreeHidden();
+    for (auto it = m_qsetHidden.begin(); it != m_qsetHidden.end();) {
+        QTreeWidgetItem* pRow = *it;
         if (pRow->treeWidget() == nullptr) {
-            it = m_qhashHidden.erase(it); // taken out of the tree for good
+            it = m_qsetHidden.erase(it); // taken out of the tree for good
             continue;
         }
-        it.value() = pRow->isHidden();
-        if (!it.value())
+        if (!m_qsetTreeHidden.contains(pRow))
             pRow->setHidden(true);
         ++it;
     }

@@ -6,9 +6,9 @@
 // counts row by row, so a status batch touches only the rows whose verdict it changes. GUI thread
 // only.
 
-#include <QHash>
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 
 class CLS_DeviceTreeChannelCounts;
 class CLS_WgtBaseTreeWidget;
@@ -34,17 +34,20 @@ public:
     // Applies the filter to every row (a switch, a rebuild).
     void ApplyAll();
     // Rows hidden by the filter now.
-    int HiddenCount() const { return m_qhashHidden.size(); }
+    int HiddenCount() const { return m_qsetHidden.size(); }
 
 private:
     // The tree's own narrowing set every row's hidden flag: note it as the tree's, hide again.
     void SlotKeepListApplied();
+    // Notes every row hidden now as hidden by the tree's own narrowing.
+    void NoteTreeHidden();
     void Hide(QTreeWidgetItem* _pRow);
     void Unhide(QTreeWidgetItem* _pRow);
 
     QPointer<CLS_WgtBaseTreeWidget> m_pTree;
     CLS_DeviceTreeChannelCounts* m_pCounts = nullptr;
     int m_iFilter = 0;
-    // Rows the filter hides -> whether the tree itself had them hidden (given back on unhide).
-    QHash<QTreeWidgetItem*, bool> m_qhashHidden;
+    QSet<QTreeWidgetItem*> m_qsetHidden; // rows the filter hides
+    // Rows the tree's own narrowing hid when it last ran: they stay hidden when the filter lets go.
+    QSet<QTreeWidgetItem*> m_qsetTreeHidden;
 };

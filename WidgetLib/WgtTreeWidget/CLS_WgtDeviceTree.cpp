@@ -1308,9 +1308,10 @@ int CLS_WgtDeviceTree::UpdateAllChannelsStatus(QVariant _qvarData)
             else if (iStatus == 1)
                 UpdateNodeOnlineStatus(qstrTreeId, true, qstrIcon);
             auto itNode = m_qmapNodes.find(qstrTreeId);
-            if (itNode != m_qmapNodes.end())
+            if (itNode != m_qmapNodes.end()) {
                 itNode.value().m_iStatus = iStatus; // every value, after the icon
-            m_pOperatorView->NoteStatus(qstrTreeId);
+                m_pOperatorView->NoteStatus(qstrTreeId, itNode.value().m_iType, iStatus);
+            }
         }
     }
     emit SignUpdateChannelsStatus(_qvarData);
