@@ -40,6 +40,11 @@ void CLS_DeviceTreeChannelCounts::SetRowChangedHandler(std::function<void(QTreeW
     m_fnChanged = std::move(_fnChanged);
 }
 
+void CLS_DeviceTreeChannelCounts::SetCountsMovedHandler(std::function<void()> _fnMoved)
+{
+    m_fnMoved = std::move(_fnMoved);
+}
+
 void CLS_DeviceTreeChannelCounts::SetRecountedHandler(std::function<void()> _fnRecounted)
 {
     m_fnRecounted = std::move(_fnRecounted);
@@ -145,15 +150,29 @@ void CLS_DeviceTreeChannelCounts::AddToAncestors(QTreeWidgetItem* _pRow, const S
     const int iTotal = _iSign * (_stCounts.m_iTotal + (_stCounts.m_iState != CHANNEL_NONE ? 1 : 0));
     if (iOnline == 0 && iTotal == 0)
         return;
+    bool blCrossing = true;
     for (QTreeWidgetItem* pUp = _pRow->parent(); pUp != nullptr; pUp = pUp->parent()) {
         STRCT_RowCounts& stUp = m_qhashRows[pUp];
+        const STRCT_RowCounts stBefore = stUp;
         stUp.m_iOnline += iOnline;
         stUp.m_iTotal += iTotal;
+        // Above a row whose counts kept their sign, none changes sign: those rows are not told.
+        blCrossing = blCrossing && Crossed(stBefore, stUp);
+        if (!blCrossing)
+            continue;
         if (_blLater)
             m_qvecLater.append(pUp);
         else if (m_fnChanged)
             m_fnChanged(pUp);
     }
+    if (m_fnMoved)
+        m_fnMoved();
+}
+
+bool CLS_DeviceTreeChannelCounts::Crossed(const STRCT_RowCounts& _stBefore, const STRCT_RowCounts& _stAfter)
+{
+    return (_stBefore.m_iOnline > 0) != (_stAfter.m_iOnline > 0) ||
+           (_stBefore.m_iTotal - _stBefore.m_iOnline > 0) != (_stAfter.m_iTotal - _stAfter.m_iOnline > 0);
 }
 
 void CLS_DeviceTreeChannelCounts::NoteStatus(const QString& _qstrTreeId)
@@ -202,11 +221,17 @@ void CLS_DeviceTreeChannelCounts::Restate(QTreeWidgetItem* _pRow, int _iKnownSta
     if (iOld != CHANNEL_NONE && iState != CHANNEL_NONE) {
         // On line or off line: only the on-line counts above it move.
         const int iDelta = iState == CHANNEL_ONLINE ? 1 : -1;
+        bool blCrossing = true;
         for (QTreeWidgetItem* pUp = _pRow->parent(); pUp != nullptr; pUp = pUp->parent()) {
-            m_qhashRows[pUp].m_iOnline += iDelta;
-            if (m_fnChanged)
+            STRCT_RowCounts& stUp = m_qhashRows[pUp];
+            const STRCT_RowCounts stBefore = stUp;
+            stUp.m_iOnline += iDelta;
+            blCrossing = blCrossing && Crossed(stBefore, stUp);
+            if (blCrossing && m_fnChanged)
                 m_fnChanged(pUp);
         }
+        if (m_fnMoved)
+            m_fnMoved();
     } else {
         // A channel no more, or a channel now (a rewritten node).
         AddToAncestors(_pRow, STRCT_RowCounts{0, 0, iOld}, -1);

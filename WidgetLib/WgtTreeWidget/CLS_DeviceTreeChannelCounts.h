@@ -52,9 +52,12 @@ public:
     void EnsureCounted();
     bool IsStale() const { return m_blStale; }
 
-    // Called for every row whose own state or counts changed, after the change (the filter and the
-    // painted counts follow). Not called for the rows of a full count: see SetRecountedHandler.
+    // Called, after the change, for every row whose own state changed and for every row whose
+    // on-line or off-line count went from none to some or back (the filter follows). Not called for
+    // the rows of a full count: see SetRecountedHandler.
     void SetRowChangedHandler(std::function<void(QTreeWidgetItem*)> _fnChanged);
+    // Called once for each change of any row's counts (the painted counts follow).
+    void SetCountsMovedHandler(std::function<void()> _fnMoved);
     // Called after a full count of all rows.
     void SetRecountedHandler(std::function<void()> _fnRecounted);
 
@@ -77,6 +80,8 @@ private:
     void AddToAncestors(QTreeWidgetItem* _pRow, const STRCT_RowCounts& _stCounts, int _iSign,
                         bool _blLater = false);
     QTreeWidgetItem* RowOfIndex(const QModelIndex& _index) const;
+    // Whether the on-line or the off-line count went from zero to more or back.
+    static bool Crossed(const STRCT_RowCounts& _stBefore, const STRCT_RowCounts& _stAfter);
     // Reads a counted row's state again (or takes the one given) and moves the counts above it by
     // the difference.
     void Restate(QTreeWidgetItem* _pRow, int _iKnownState = -2);
@@ -98,5 +103,6 @@ private:
     QHash<QString, QTreeWidgetItem*> m_qhashChannelRows;
     bool m_blStale = true;
     std::function<void(QTreeWidgetItem*)> m_fnChanged;
+    std::function<void()> m_fnMoved;
     std::function<void()> m_fnRecounted;
 };

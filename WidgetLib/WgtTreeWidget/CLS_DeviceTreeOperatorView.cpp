@@ -30,21 +30,20 @@ CLS_DeviceTreeChannelCounts* CLS_DeviceTreeOperatorView::ChannelCounts()
 {
     if (m_pChannelCounts == nullptr && m_pTree != nullptr) {
         m_pChannelCounts = new CLS_DeviceTreeChannelCounts(m_pTree, m_pNodes, this);
-        m_pChannelCounts->SetRowChangedHandler([this](QTreeWidgetItem* _pRow) { CountsChanged(_pRow); });
+        m_pChannelCounts->SetRowChangedHandler([this](QTreeWidgetItem* _pRow) {
+            if (m_pStatusFilter != nullptr)
+                m_pStatusFilter->ApplyRow(_pRow);
+        });
+        m_pChannelCounts->SetCountsMovedHandler([this]() {
+            if (m_pCountsDelegate != nullptr && m_pTree != nullptr)
+                m_pTree->viewport()->update(); // one repaint for many rows
+        });
         m_pChannelCounts->SetRecountedHandler([this]() {
             if (m_pStatusFilter != nullptr)
                 m_pStatusFilter->ApplyAll();
         });
     }
     return m_pChannelCounts;
-}
-
-void CLS_DeviceTreeOperatorView::CountsChanged(QTreeWidgetItem* _pRow)
-{
-    if (m_pStatusFilter != nullptr)
-        m_pStatusFilter->ApplyRow(_pRow);
-    if (m_pCountsDelegate != nullptr && m_pTree != nullptr)
-        m_pTree->viewport()->update(); // one repaint for many rows
 }
 
 int CLS_DeviceTreeOperatorView::SetStatusFilter(int _iFilter)

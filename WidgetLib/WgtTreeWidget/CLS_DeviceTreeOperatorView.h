@@ -49,7 +49,6 @@ public:
 
 private:
     CLS_DeviceTreeChannelCounts* ChannelCounts();
-    void CountsChanged(QTreeWidgetItem* _pRow);
 
     QPointer<CLS_WgtBaseTreeWidget> m_pTree;
     const QMap<QString, CLS_CustomTreeNode>* m_pNodes = nullptr;

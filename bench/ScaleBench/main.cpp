@@ -624,6 +624,25 @@ int RunOperatorView(int _iGroups)
     }();
     row("status all on, then all off: counts only", dCounts, dPlain);
 
+    // A batch of one channel in twenty going off line, and back: the common case.
+    const StatusMap qmapFewOff = Batch(_iGroups, 20, 0);
+    const StatusMap qmapFewOn = Batch(_iGroups, 20, 1);
+    auto online = [&] { side.Status(qmapOn); };
+    auto fewPair = [&] {
+        side.Status(qmapFewOff);
+        Settle(side.Window());
+        side.Status(qmapFewOn);
+    };
+    const double dFewPlain = MedianMs(side.Window(), online, fewPair);
+    pTree->SetShowChannelCounts(true);
+    pTree->SetStatusFilter(STATUS_FILTER_OFFLINE);
+    const double dFewWith = MedianMs(side.Window(), online, fewPair);
+    pTree->SetStatusFilter(STATUS_FILTER_ALL);
+    pTree->SetShowChannelCounts(false);
+    row("status 5% off, then on again: filter off line + counts", dFewWith, dFewPlain);
+    side.Status(qmapOff);
+    Settle(side.Window());
+
     // Every channel off line: the on-line filter hides all 100,000 rows but the root.
     const double dOn = MedianMs(
         side.Window(), [&] { pTree->SetStatusFilter(STATUS_FILTER_ALL); },
@@ -648,6 +667,10 @@ int RunOperatorView(int _iGroups)
     const double dRestore = MedianMs(
         side.Window(), [&] { pTree->CollapseAll(); }, [&] { pTree->RestoreViewState(qbaState); });
     row("restore view state after fold all", dRestore, -1);
+    // For scale on this machine: the tree's own expand-all of the same rows after a fold-all.
+    const double dExpand = MedianMs(
+        side.Window(), [&] { pTree->CollapseAll(); }, [&] { pTree->ExpandAll(); });
+    row("for scale: ExpandAll after fold all", dExpand, -1);
     side.Destroy();
     return 0;
 }
