@@ -16,6 +16,21 @@ constexpr int CONST_iFilterAll = 0;
 constexpr int CONST_iFilterOnline = 1;
 constexpr int CONST_iFilterOffline = 2;
 
+// Every row of the tree, parents before their children, without recursion.
+template <typename Fn>
+void ForEachRow(CLS_WgtBaseTreeWidget* _pTree, Fn _fn)
+{
+    QVector<QTreeWidgetItem*> qvecStack;
+    for (int i = _pTree->topLevelItemCount() - 1; i >= 0; --i)
+        qvecStack.append(_pTree->topLevelItem(i));
+    while (!qvecStack.isEmpty()) {
+        QTreeWidgetItem* pRow = qvecStack.takeLast();
+        _fn(pRow);
+        for (int i = pRow->childCount() - 1; i >= 0; --i)
+            qvecStack.append(pRow->child(i));
+    }
+}
+
 } // namespace
 
 CLS_DeviceTreeStatusFilter::CLS_DeviceTreeStatusFilter(CLS_WgtBaseTreeWidget* _pTree,
@@ -105,15 +120,7 @@ void CLS_DeviceTreeStatusFilter::ApplyAll()
         }
         return;
     }
-    QVector<QTreeWidgetItem*> qvecStack;
-    for (int i = 0; i < m_pTree->topLevelItemCount(); ++i)
-        qvecStack.append(m_pTree->topLevelItem(i));
-    while (!qvecStack.isEmpty()) {
-        QTreeWidgetItem* pRow = qvecStack.takeLast();
-        ApplyRow(pRow);
-        for (int i = pRow->childCount() - 1; i >= 0; --i)
-            qvecStack.append(pRow->child(i));
-    }
+    ForEachRow(m_pTree, [this](QTreeWidgetItem* _pRow) { ApplyRow(_pRow); });
 }
 
 void CLS_DeviceTreeStatusFilter::NoteTreeHidden()
@@ -121,16 +128,10 @@ void CLS_DeviceTreeStatusFilter::NoteTreeHidden()
     m_qsetTreeHidden.clear();
     if (m_pTree == nullptr)
         return;
-    QVector<QTreeWidgetItem*> qvecStack;
-    for (int i = 0; i < m_pTree->topLevelItemCount(); ++i)
-        qvecStack.append(m_pTree->topLevelItem(i));
-    while (!qvecStack.isEmpty()) {
-        QTreeWidgetItem* pRow = qvecStack.takeLast();
-        if (pRow->isHidden())
-            m_qsetTreeHidden.insert(pRow);
-        for (int i = 0; i < pRow->childCount(); ++i)
-            qvecStack.append(pRow->child(i));
-    }
+    ForEachRow(m_pTree, [this](QTreeWidgetItem* _pRow) {
+        if (_pRow->isHidden())
+            m_qsetTreeHidden.insert(_pRow);
+    });
 }
 
 void CLS_DeviceTreeStatusFilter::SlotKeepListApplied()

@@ -78,6 +78,8 @@ private slots:
     {
         CLS_TestDeviceTree tree(nullptr, DEV_TREE_RESOURCE);
         QVERIFY(BuildResource(tree));
+        // Asked first, so that the counts are kept from here on and the batch moves them.
+        QCOMPARE(CountsText(tree), QString("h1:1/2 h2:0/1 h3:1/2 resource_root_id:2/5"));
         QCOMPARE(tree.UpdateAllChannelsStatus(Batch({{"C2", 1}, {"C3", 1}, {"C5", 2}, {"XX", 1}})), 0);
         QCOMPARE(CountsText(tree), QString("h1:2/2 h2:1/1 h3:0/2 resource_root_id:3/5"));
         QCOMPARE(CountsText(tree), WalkText(tree));
@@ -90,6 +92,7 @@ private slots:
     {
         CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM);
         QVERIFY(BuildCustom(tree));
+        QCOMPARE(CountsText(tree), QString("custom_root_id:2/3 g1:1/1 g2:0/1 g3:0/1")); // kept from here
         QVariant varNodes = QVariant::fromValue(QVector<CLS_CustomTreeNode>{
             MakeNode("c7", "g3", 4, "D7", 2, 1), MakeNode("c8", "g4", 4, "D8", 1, 0),
             MakeNode("g5", "g4", 2, "G5", 2)});
@@ -112,6 +115,7 @@ private slots:
         // The channel nodes of a deleted group stay in the model without rows: they count nowhere.
         CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM);
         QVERIFY(BuildCustom(tree));
+        QCOMPARE(CountsText(tree), QString("custom_root_id:2/3 g1:1/1 g2:0/1 g3:0/1")); // kept from here
         QCOMPARE(tree.DeleteItem("g2"), 0);
         int iOnline = -1;
         int iTotal = -1;
