@@ -7,6 +7,7 @@
 #include "CLS_TreeSignalLog.h"
 
 #include <QHeaderView>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -176,11 +177,20 @@ void tst_TreeRowBatch::shouldRestoreRepaintsButKeepThemOffWhenTheOwnerTurnedThem
 
 void tst_TreeRowBatch::shouldSurviveATreeDestroyedInsideTheBatch()
 {
-    auto pTree = std::make_unique<CLS_TestBaseTree>();
-    QCOMPARE(pTree->Init("root", Groups(2, 2), true), 0);
-    CLS_TreeRowBatch batch(pTree.get());
-    pTree.reset(); // the batch ends later, on nothing
-    QVERIFY(pTree == nullptr);
+    QPointer<CLS_TestBaseTree> pGuard;
+    {
+        auto* pTree = new CLS_TestBaseTree;
+        pGuard = pTree;
+        QCOMPARE(pTree->Init("root", Groups(2, 2), true), 0);
+        CLS_TreeRowBatch batch(pTree);
+        QVERIFY(pTree->InRowBatch());
+        QVERIFY(!pTree->updatesEnabled());
+        delete pTree;
+        QVERIFY(pGuard.isNull());
+    } // the batch ends here, on nothing: a touch of the dead tree would crash (or trip ASan)
+    CLS_TestBaseTree other;
+    QVERIFY(!other.InRowBatch());
+    QVERIFY(other.updatesEnabled());
 }
 
 void tst_TreeRowBatch::shouldAcceptANullTree()
