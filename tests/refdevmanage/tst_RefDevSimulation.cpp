@@ -138,13 +138,12 @@ void tst_RefDevSimulation::shouldChangeStatusesAtAboutTheRate()
     timer.start();
     QCOMPARE(DevManageCtl_StartSimulation(100, 7), 0);
 
-    // At 100 a second, 60 events take some 0.6 s; a slow machine gets 10 s.
+    // At 100 a second, 60 events take some 0.6 s; a slow machine gets 10 s. The events are paced,
+    // not sent at once: 60 of them never come before 0.5 s (one at the start, one per 10 ms). How
+    // fast a loaded machine keeps up is a figure of the demo's summary, not a test.
     QTRY_VERIFY_WITH_TIMEOUT(DevManageCtl_SimulationChanges() >= 60, 10000);
-    const int iChanges = DevManageCtl_SimulationChanges();
     const qint64 llMsecs = timer.elapsed();
-    // Never ahead of the schedule: one event at the start, one more per 10 ms, a little slack for
-    // a schedule started again after a stall.
-    QVERIFY2(iChanges <= 1 + llMsecs / 10 + 5, qPrintable(QString("%1 in %2 ms").arg(iChanges).arg(llMsecs)));
+    QVERIFY2(llMsecs >= 500, qPrintable(QString("60 changes in %1 ms").arg(llMsecs)));
     QVERIFY(Statuses() != qlstBefore);
 }
 
