@@ -7,6 +7,7 @@
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtDeviceTree.h"
 
+#include <QStyledItemDelegate>
 #include <QThread>
 
 #include <utility>
@@ -19,8 +20,8 @@ CLS_DeviceTreeOperatorView::CLS_DeviceTreeOperatorView(CLS_WgtBaseTreeWidget* _p
 
 CLS_DeviceTreeOperatorView::~CLS_DeviceTreeOperatorView()
 {
-    if (m_pTree != nullptr && m_pCountsDelegate != nullptr)
-        m_pTree->setItemDelegateForColumn(0, nullptr);
+    if (m_pCountsDelegate != nullptr && m_pTree != nullptr)
+        SetShowChannelCounts(false); // the tree gets its own delegate back
     delete m_pCountsDelegate;
     delete m_pStatusFilter; // before the counts it follows
     delete m_pChannelCounts;
@@ -68,13 +69,21 @@ int CLS_DeviceTreeOperatorView::GetStatusFilter() const
 
 void CLS_DeviceTreeOperatorView::SetShowChannelCounts(bool _blShow)
 {
-    if (_blShow == (m_pCountsDelegate != nullptr) || ChannelCounts() == nullptr)
+    if (_blShow == (m_pCountsDelegate != nullptr) || m_pTree == nullptr || ChannelCounts() == nullptr)
         return;
-    if (_blShow)
+    if (_blShow) {
+        // The tree's delegate and column 0's: whichever a caller asks for is the one that paints.
         m_pCountsDelegate = new CLS_ChannelCountsDelegate(m_pTree, m_pChannelCounts, this);
-    m_pTree->setItemDelegateForColumn(0, _blShow ? m_pCountsDelegate : nullptr);
-    if (!_blShow)
+        m_pPlainDelegate = m_pTree->itemDelegate();
+        m_pTree->setItemDelegate(m_pCountsDelegate);
+        m_pTree->setItemDelegateForColumn(0, m_pCountsDelegate);
+    } else {
+        m_pTree->setItemDelegateForColumn(0, nullptr);
+        if (m_pPlainDelegate == nullptr)
+            m_pPlainDelegate = new QStyledItemDelegate(m_pTree); // the view's own went with it
+        m_pTree->setItemDelegate(m_pPlainDelegate);
         delete std::exchange(m_pCountsDelegate, nullptr);
+    }
     m_pTree->viewport()->update();
 }
 

@@ -14,6 +14,7 @@
 #include <QString>
 
 class CLS_ChannelCountsDelegate;
+class QAbstractItemDelegate;
 class CLS_DeviceTreeChannelCounts;
 class CLS_DeviceTreeStatusFilter;
 class CLS_WgtBaseTreeWidget;
@@ -55,6 +56,7 @@ private:
     CLS_DeviceTreeChannelCounts* m_pChannelCounts = nullptr; // children of this object
     CLS_DeviceTreeStatusFilter* m_pStatusFilter = nullptr;
     CLS_ChannelCountsDelegate* m_pCountsDelegate = nullptr;
+    QPointer<QAbstractItemDelegate> m_pPlainDelegate; // the tree's delegate while the counts paint
     bool m_blKeepViewState = false;
     QByteArray m_qbaKeptViewState; // taken from a tree with rows before its clear
 };

@@ -166,8 +166,12 @@ private slots:
     {
         CLS_TestDeviceTree tree(nullptr, DEV_TREE_RESOURCE);
         QVERIFY(BuildResource(tree));
+        QAbstractItemDelegate* pPlain = BaseOf(tree)->itemDelegate();
         tree.SetShowChannelCounts(true);
         QVERIFY(tree.GetShowChannelCounts());
+        // Whichever delegate a caller asks the view for paints the counts.
+        QVERIFY(qobject_cast<CLS_ChannelCountsDelegate*>(BaseOf(tree)->itemDelegate()) != nullptr);
+        QCOMPARE(BaseOf(tree)->itemDelegateForColumn(0), BaseOf(tree)->itemDelegate());
         QCOMPARE(PaintedText(tree, "resource_root_id"), QString("2/5"));
         QCOMPARE(PaintedText(tree, "h1"), QString("1/2"));
         QCOMPARE(PaintedText(tree, "h2"), QString("0/1"));
@@ -180,6 +184,7 @@ private slots:
 
         tree.SetShowChannelCounts(false);
         QCOMPARE(BaseOf(tree)->itemDelegateForColumn(0), nullptr);
+        QCOMPARE(BaseOf(tree)->itemDelegate(), pPlain); // the tree's own delegate is back
     }
 
     void paintedRowDiffersOnlyWhereTheCountsAre()
