@@ -50,7 +50,6 @@ public:
     void NoteStatus(const QString& _qstrTreeId, int _iType, int _iStatus);
     // Counts again now if the rows were rebuilt since the last count.
     void EnsureCounted();
-    bool IsStale() const { return m_blStale; }
 
     // Called, after the change, for every row whose own state changed and for every row whose
     // on-line or off-line count went from none to some or back (the filter follows). Not called for

@@ -16,19 +16,17 @@ constexpr int CONST_iFilterAll = 0;
 constexpr int CONST_iFilterOnline = 1;
 constexpr int CONST_iFilterOffline = 2;
 
-// Every row of the tree, parents before their children, without recursion.
+// Every row of the tree, parents before their children (the tree's own walker).
 template <typename Fn>
 void ForEachRow(CLS_WgtBaseTreeWidget* _pTree, Fn _fn)
 {
-    QVector<QTreeWidgetItem*> qvecStack;
-    for (int i = _pTree->topLevelItemCount() - 1; i >= 0; --i)
-        qvecStack.append(_pTree->topLevelItem(i));
-    while (!qvecStack.isEmpty()) {
-        QTreeWidgetItem* pRow = qvecStack.takeLast();
-        _fn(pRow);
-        for (int i = pRow->childCount() - 1; i >= 0; --i)
-            qvecStack.append(pRow->child(i));
+    QVector<QTreeWidgetItem*> qvecRows;
+    for (int i = 0; i < _pTree->topLevelItemCount(); ++i) {
+        qvecRows.append(_pTree->topLevelItem(i));
+        _pTree->GetChildNode(_pTree->topLevelItem(i), qvecRows, true);
     }
+    for (QTreeWidgetItem* pRow : qAsConst(qvecRows))
+        _fn(pRow);
 }
 
 } // namespace

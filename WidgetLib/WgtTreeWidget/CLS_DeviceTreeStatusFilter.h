@@ -33,8 +33,6 @@ public:
     void ApplyRow(QTreeWidgetItem* _pRow);
     // Applies the filter to every row (a switch, a rebuild).
     void ApplyAll();
-    // Rows hidden by the filter now.
-    int HiddenCount() const { return m_qsetHidden.size(); }
 
 private:
     // The tree's own narrowing set every row's hidden flag: note it as the tree's, hide again.

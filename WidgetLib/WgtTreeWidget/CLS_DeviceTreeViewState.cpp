@@ -22,21 +22,18 @@ QString RowId(const QTreeWidgetItem* _pRow)
     return _pRow->data(0, CONST_iIdRole).toString();
 }
 
-// Every row that has children, depth first.
+// Every row that has children (the tree's own walker).
 template <typename Fn>
 void ForEachParentRow(CLS_WgtBaseTreeWidget* _pTree, Fn _fn)
 {
-    QVector<QTreeWidgetItem*> qvecStack;
-    for (int i = _pTree->topLevelItemCount() - 1; i >= 0; --i)
-        qvecStack.append(_pTree->topLevelItem(i));
-    while (!qvecStack.isEmpty()) {
-        QTreeWidgetItem* pRow = qvecStack.takeLast();
-        const int iChildren = pRow->childCount();
-        if (iChildren == 0)
-            continue;
-        _fn(pRow);
-        for (int i = iChildren - 1; i >= 0; --i)
-            qvecStack.append(pRow->child(i));
+    QVector<QTreeWidgetItem*> qvecRows;
+    for (int i = 0; i < _pTree->topLevelItemCount(); ++i) {
+        qvecRows.append(_pTree->topLevelItem(i));
+        _pTree->GetChildNode(_pTree->topLevelItem(i), qvecRows, true);
+    }
+    for (QTreeWidgetItem* pRow : qAsConst(qvecRows)) {
+        if (pRow->childCount() > 0)
+            _fn(pRow);
     }
 }
 
