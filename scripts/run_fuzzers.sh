@@ -7,7 +7,7 @@
 # Environment:
 #   WGT_FUZZ_SECONDS   run time per target in seconds (default 30)
 #   WGT_FUZZ_BUILD_DIR build folder (default <repo>/build-fuzz; the first argument wins)
-#   WGT_FUZZ_TARGETS   space separated subset of the targets (default: all six)
+#   WGT_FUZZ_TARGETS   space separated subset of the targets (default: all seven)
 #   WGT_FUZZ_JOBS      parallel build jobs, and targets run at the same time (default 2)
 #   WGT_FUZZ_WORK_DIR  where the corpus copies and crash files go (default: a new temporary folder)
 #
@@ -20,7 +20,7 @@ REPO_DIR="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 BUILD_DIR="${1:-${WGT_FUZZ_BUILD_DIR:-${REPO_DIR}/build-fuzz}}"
 SECONDS_PER_TARGET="${WGT_FUZZ_SECONDS:-30}"
 JOBS="${WGT_FUZZ_JOBS:-2}"
-TARGETS="${WGT_FUZZ_TARGETS:-fuzz_basetree_init fuzz_devicetree_init fuzz_stylesheet fuzz_status_batch fuzz_installation fuzz_view_state}"
+TARGETS="${WGT_FUZZ_TARGETS:-fuzz_basetree_init fuzz_devicetree_init fuzz_stylesheet fuzz_status_batch fuzz_installation fuzz_view_state fuzz_drag_data}"
 FUZZ_SRC="${REPO_DIR}/tests/fuzz"
 
 if ! command -v clang++ >/dev/null 2>&1; then
@@ -98,6 +98,13 @@ run_target() {
         # check: the suppression of Qt's JSON parser names a function, not a library, and that
         # function stands below two frames per level of nesting (the target reads up to 96).
         EXTRA+=("-dict=${FUZZ_SRC}/fuzz_installation.dict")
+        TARGET_LSAN_OPTIONS="${LSAN_OPTIONS}:fast_unwind_on_malloc=0:malloc_context_size=255"
+        ;;
+    fuzz_drag_data)
+        # The keys of the nodes format. Full and long stacks for the leak check, as for the
+        # installation target: the nodes are read by Qt's JSON parser as well, and its suppression
+        # names a function below the parser's own frames.
+        EXTRA+=("-dict=${FUZZ_SRC}/fuzz_drag_data.dict")
         TARGET_LSAN_OPTIONS="${LSAN_OPTIONS}:fast_unwind_on_malloc=0:malloc_context_size=255"
         ;;
     fuzz_devicetree_init | fuzz_status_batch | fuzz_view_state)

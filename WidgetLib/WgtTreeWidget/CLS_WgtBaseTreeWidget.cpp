@@ -835,6 +835,8 @@ void CLS_WgtBaseTreeWidget::startDrag(Qt::DropActions _supportedActions)
     auto* pMimeData = new QMimeData();
     pMimeData->setData("application/x-qabstractitemmodeldatalist",
                        QVariant(QString::number(reinterpret_cast<quintptr>(pNode))).toByteArray());
+    if (m_fnDragPayload)
+        m_fnDragPayload(pMimeData);
 
     // The picture comes from a button the style sheet can address as "dragBgBtn".
     m_pDragBgBtn = std::make_unique<QPushButton>(nullptr);
@@ -892,6 +894,14 @@ void CLS_WgtBaseTreeWidget::dropEvent(QDropEvent* _pEvent)
     }
     emit SignDroped(clsTarget); // the row has not moved yet
     m_blDragging = false;
+    if (selectionMode() != QAbstractItemView::SingleSelection && _pEvent->source() == this) {
+        // The internal move takes the selected rows: with several selected, only the current one
+        // moves, as in a tree of single selection.
+        QTreeWidgetItem* pCurrent = currentItem();
+        clearSelection();
+        if (pCurrent != nullptr)
+            pCurrent->setSelected(true);
+    }
     QTreeWidget::dropEvent(_pEvent);
 }
 

@@ -1,7 +1,6 @@
 #include "CLS_WgtDeviceTree.h"
 
 #include "CLS_DeviceTreeBGThread.h"
-#include "CLS_DeviceTreeOperatorView.h"
 
 #include "CLS_DevManage.h"
 #include "CLS_IApp.h"
@@ -150,6 +149,8 @@ CLS_WgtDeviceTree::CLS_WgtDeviceTree(QWidget* parent, n_DevTreeType _iTreeType, 
     setLayout(pLayout);
 
     m_pOperatorView = new CLS_DeviceTreeOperatorView(PanelTree(), &m_qmapNodes, this);
+    m_pWordSearch = new CLS_DeviceTreeWordSearch(m_pTreePanel, &m_qmapNodes, this);
+    m_pMultiSelect = new CLS_DeviceTreeMultiSelect(PanelTree(), &m_qmapNodes, this);
     LoadPicPath();
     qRegisterMetaType<CLS_CustomTreeNode>("CLS_CustomTreeNode");
     ConnectSignals();
@@ -1881,50 +1882,10 @@ void CLS_WgtDeviceTree::ShowMenu(const QList<_MenuItem>& _qlstItems)
 
 // ---- status filter, channel counts, view state (CLS_DeviceTreeOperatorView) -------------------------
 
-int CLS_WgtDeviceTree::SetStatusFilter(int _iFilter)
-{
-    return m_pOperatorView->SetStatusFilter(_iFilter);
-}
-
-int CLS_WgtDeviceTree::GetStatusFilter() const
-{
-    return m_pOperatorView->GetStatusFilter();
-}
-
-void CLS_WgtDeviceTree::SetShowChannelCounts(bool _blShow)
-{
-    m_pOperatorView->SetShowChannelCounts(_blShow);
-}
-
-bool CLS_WgtDeviceTree::GetShowChannelCounts() const
-{
-    return m_pOperatorView->GetShowChannelCounts();
-}
-
 int CLS_WgtDeviceTree::GetChannelCounts(const QString& _qstrTreeId, int& _iOnline, int& _iTotal) const
 {
     if (_qstrTreeId.isEmpty() || !m_qmapNodes.contains(_qstrTreeId))
         return -1;
     m_pOperatorView->GetChannelCounts(_qstrTreeId, _iOnline, _iTotal);
     return 0;
-}
-
-QByteArray CLS_WgtDeviceTree::SaveViewState() const
-{
-    return m_pOperatorView->SaveViewState();
-}
-
-int CLS_WgtDeviceTree::RestoreViewState(const QByteArray& _qbaState)
-{
-    return m_pOperatorView->RestoreViewState(_qbaState);
-}
-
-void CLS_WgtDeviceTree::SetKeepViewState(bool _blKeep)
-{
-    m_pOperatorView->SetKeepViewState(_blKeep);
-}
-
-bool CLS_WgtDeviceTree::GetKeepViewState() const
-{
-    return m_pOperatorView->GetKeepViewState();
 }

@@ -5,6 +5,10 @@
 // through the panel. GUI thread, except Init, which may be called from any thread (rows are made on
 // the widget's thread in SlotInit).
 
+#include "CLS_DeviceTreeDragData.h"
+#include "CLS_DeviceTreeMultiSelect.h"
+#include "CLS_DeviceTreeOperatorView.h"
+#include "CLS_DeviceTreeWordSearch.h"
 #include "TreeStructDefine.h"
 
 #include <QAtomicInt>
@@ -25,7 +29,6 @@
 #include <string>
 
 class CLS_DeviceTreeBGThread;
-class CLS_DeviceTreeOperatorView;
 class CLS_WgtBaseTreeWidget;
 class CLS_WgtTreeWidget;
 struct STRCT_VideoItem;
@@ -180,21 +183,51 @@ public:
     // channel counts and view state").
     // Shows only the channels of the n_StatusFilter and the rows above them; the root always shows.
     // Rows it hides are hidden rows to the rest of the tree. 0, or -1 (no change) for another value.
-    int SetStatusFilter(int _iFilter);
-    int GetStatusFilter() const;
+    int SetStatusFilter(int _iFilter) { return m_pOperatorView->SetStatusFilter(_iFilter); }
+    int GetStatusFilter() const { return m_pOperatorView->GetStatusFilter(); }
     // Paints "online/total" at the right end of every row with channels below it.
-    void SetShowChannelCounts(bool _blShow);
-    bool GetShowChannelCounts() const;
+    void SetShowChannelCounts(bool _blShow) { m_pOperatorView->SetShowChannelCounts(_blShow); }
+    bool GetShowChannelCounts() const { return m_pOperatorView->GetShowChannelCounts(); }
     // Channels (type 4) below the node by rows, on line meaning status 1; -1 for an unknown id.
     // Answers whether or not the counts are shown (the first question starts keeping them).
     int GetChannelCounts(const QString& _qstrTreeId, int& _iOnline, int& _iTotal) const;
     // Expanded rows, current row and first row in view, by tree id (docs/view-state-format.md).
-    QByteArray SaveViewState() const;
+    QByteArray SaveViewState() const { return m_pOperatorView->SaveViewState(); }
     // 0, or -1 for bytes it cannot read (nothing changes). No signal for the restored current row.
-    int RestoreViewState(const QByteArray& _qbaState);
+    int RestoreViewState(const QByteArray& _qbaState) { return m_pOperatorView->RestoreViewState(_qbaState); }
     // While on, each Init after an earlier Init or Clear gives back what was open before it.
-    void SetKeepViewState(bool _blKeep);
-    bool GetKeepViewState() const;
+    void SetKeepViewState(bool _blKeep) { m_pOperatorView->SetKeepViewState(_blKeep); }
+    bool GetKeepViewState() const { return m_pOperatorView->GetKeepViewState(); }
+
+    // Finding and taking rows; all off until a page turns them on (README: "Search by words,
+    // several rows and the drag payload").
+    // 0: the search line matches the row text as one piece; 1: every word of the line, in any
+    // order, in the node's name or its m_qstrExtend. Another value changes nothing.
+    void SetSearchMode(int _iMode) { m_pWordSearch->SetSearchMode(_iMode); }
+    int GetSearchMode() const { return m_pWordSearch->GetSearchMode(); }
+    // Result entries read "Name — Parent / Grandparent" (at most three parents, the root left out).
+    void SetSearchShowsPath(bool _blShow) { m_pWordSearch->SetSearchShowsPath(_blShow); }
+    bool GetSearchShowsPath() const { return m_pWordSearch->GetSearchShowsPath(); }
+    // Ctrl and Shift extend the selection; SignSelected and GetCurrentItem stay with the current row.
+    void SetMultiSelect(bool _blOn) { m_pMultiSelect->SetMultiSelect(_blOn); }
+    bool GetMultiSelect() const { return m_pMultiSelect->GetMultiSelect(); }
+    // The selected nodes in row order, appended. 0.
+    int GetSelectedNodes(QVector<CLS_CustomTreeNode>& _qvecNodes) const
+    {
+        return m_pMultiSelect->GetSelectedNodes(_qvecNodes);
+    }
+    // A drag payload for these nodes (docs/drag-payload-format.md); the caller owns it. A drag of
+    // the tree's rows carries the same for the rows it takes.
+    QMimeData* CreateDragData(const QVector<QString>& _qvecTreeIds) const
+    {
+        return m_pMultiSelect->CreateDragData(_qvecTreeIds);
+    }
+    // The nodes of such a payload, appended; -1 (nothing appended) for a null payload, one without
+    // "application/x-wgttree-nodes", or bytes that are not such a node list.
+    static int ReadDragData(const QMimeData* _pData, QVector<CLS_CustomTreeNode>& _qvecNodes)
+    {
+        return CLS_DeviceTreeDragData::Read(_pData, _qvecNodes);
+    }
 
 signals:
     void SignInit(QString _qstrRootId, QVariant _varData);
@@ -321,6 +354,9 @@ private:
                       QMap<QString, CLS_TreeItem>& _qmapItems);
     // Status filter, channel counts and view state; a child of this widget.
     CLS_DeviceTreeOperatorView* m_pOperatorView = nullptr;
+    // Search by words and paths; several rows selected and dragged out. Children of this widget.
+    CLS_DeviceTreeWordSearch* m_pWordSearch = nullptr;
+    CLS_DeviceTreeMultiSelect* m_pMultiSelect = nullptr;
 
     // Clears that an Init on a foreign thread has queued and whose model part it has already done.
     QAtomicInt m_iQueuedRowClears;

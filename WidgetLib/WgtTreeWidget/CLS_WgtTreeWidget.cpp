@@ -179,6 +179,8 @@ void CLS_WgtTreeWidget::ConnectSignals()
 
     m_pUi->qlineedtQueryInput->installEventFilter(this);
     m_pUi->qlistWgtQueryResult->installEventFilter(this);
+    if (m_blShowSearch && m_pBaseTree != nullptr)
+        m_pBaseTree->installEventFilter(this); // Ctrl+F
 }
 
 void CLS_WgtTreeWidget::TranslateAccessibleTexts()
@@ -216,6 +218,16 @@ bool CLS_WgtTreeWidget::eventFilter(QObject* _pWatched, QEvent* _pEvent)
 {
     if (m_pUi == nullptr) // being destroyed
         return QWidget::eventFilter(_pWatched, _pEvent);
+    if (_pWatched == m_pBaseTree &&
+        (_pEvent->type() == QEvent::ShortcutOverride || _pEvent->type() == QEvent::KeyPress)) {
+        // Ctrl+F in the tree opens the search line; the tree's key wins over a page's shortcut.
+        if (!IsFindKey(static_cast<QKeyEvent*>(_pEvent)))
+            return QWidget::eventFilter(_pWatched, _pEvent);
+        _pEvent->accept();
+        if (_pEvent->type() == QEvent::KeyPress)
+            SetSearchVisible(true);
+        return true;
+    }
     const bool blSearchWidget =
         _pWatched == m_pUi->qlineedtQueryInput || _pWatched == m_pUi->qlistWgtQueryResult;
     if (_pEvent->type() == QEvent::ShortcutOverride && blSearchWidget) {
@@ -237,6 +249,11 @@ bool CLS_WgtTreeWidget::eventFilter(QObject* _pWatched, QEvent* _pEvent)
             return true;
     }
     return QWidget::eventFilter(_pWatched, _pEvent);
+}
+
+bool CLS_WgtTreeWidget::IsFindKey(const QKeyEvent* _pEvent)
+{
+    return _pEvent->key() == Qt::Key_F && (_pEvent->modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier;
 }
 
 bool CLS_WgtTreeWidget::LineKeyPressed(int _iKey)
@@ -322,7 +339,16 @@ void CLS_WgtTreeWidget::ExecuteSearch()
     pList->clear();
 
     QVector<CLS_TreeItem> qvecRows;
-    if (m_pBaseTree == nullptr || m_pBaseTree->GetItemByName(qstrText, qvecRows) < 0 || qvecRows.isEmpty()) {
+    QList<QListWidgetItem*> qlstEntries;
+    bool blFound = false;
+    if (m_fnSearch) {
+        blFound = m_fnSearch(qstrText, qlstEntries) >= 0 && !qlstEntries.isEmpty();
+    } else {
+        blFound = m_pBaseTree != nullptr && m_pBaseTree->GetItemByName(qstrText, qvecRows) >= 0 &&
+                  !qvecRows.isEmpty();
+    }
+    if (!blFound) {
+        qDeleteAll(qlstEntries);
         auto* pItem = new QListWidgetItem(tr("msg_no_results"));
         pList->setFixedHeight(CONST_iNoResultHeight);
         pList->addItem(pItem);
@@ -330,7 +356,8 @@ void CLS_WgtTreeWidget::ExecuteSearch()
         return;
     }
 
-    const int iHeight = qvecRows.size() * CONST_iResultHeight;
+    const int iCount = m_fnSearch ? qlstEntries.size() : qvecRows.size();
+    const int iHeight = iCount * CONST_iResultHeight;
     pList->setFixedHeight(iHeight < CONST_iResultMaxHeight - CONST_iResultEdge ? iHeight + CONST_iResultEdge
                                                                                : CONST_iResultMaxHeight);
     for (const CLS_TreeItem& clsRow : qAsConst(qvecRows)) {
@@ -339,7 +366,14 @@ void CLS_WgtTreeWidget::ExecuteSearch()
         pItem->setData(Qt::UserRole, clsRow.m_qstrId);
         pList->addItem(pItem);
     }
+    for (QListWidgetItem* pItem : qAsConst(qlstEntries))
+        pList->addItem(pItem);
     pList->show();
+}
+
+QListWidget* CLS_WgtTreeWidget::GetResultList() const
+{
+    return m_pUi != nullptr ? m_pUi->qlistWgtQueryResult : nullptr;
 }
 
 void CLS_WgtTreeWidget::on_qlineedtQueryInput_textChanged(const QString& _qstrText)

@@ -12,9 +12,13 @@
 #include <QVector>
 #include <QWidget>
 
+#include <functional>
+
 class CLS_ViewBasic;
 class CLS_WgtBaseTreeWidget;
 class QEvent;
+class QKeyEvent;
+class QListWidget;
 class QListWidgetItem;
 class QToolButton;
 class QTreeWidgetItem;
@@ -48,6 +52,14 @@ public:
     void ShowMenu(const QList<_MenuItem>& _qlstItems);
 
     CLS_WgtBaseTreeWidget* GetBaseTree() const { return m_pBaseTree; }
+    QListWidget* GetResultList() const;
+
+    // A search of the owner's own: makes the result entries of a line, in order (the panel takes
+    // them), and gives 0, or a negative value for a tree it cannot search. The panel keeps its list
+    // heights and its no-results entry. An empty function gives the search by name back.
+    using SearchFunction =
+        std::function<int(const QString& _qstrLine, QList<QListWidgetItem*>& _qlstEntries)>;
+    void SetSearchFunction(SearchFunction _fnSearch) { m_fnSearch = std::move(_fnSearch); }
 
 public slots:
     int AddItem(CLS_TreeItem _clsTreeItem);
@@ -114,6 +126,7 @@ protected:
     QToolButton* m_pBtnClear = nullptr;
     bool m_blShowSearch = false;
     CLS_ViewBasic* m_pMenu = nullptr; // not owned, not parented: it belongs to the menu library
+    SearchFunction m_fnSearch;        // SetSearchFunction
 
 private:
     void CreateMenu();
@@ -121,6 +134,8 @@ private:
     void TranslateAccessibleTexts();
     bool LineKeyPressed(int _iKey);
     bool ListKeyPressed(int _iKey);
+    // Ctrl+F in the tree of a panel with a search line.
+    static bool IsFindKey(const QKeyEvent* _pEvent);
     // Return or Enter on a result: what a double click does; the focus follows to the tree.
     void ActivateResult(QListWidgetItem* _pItem);
 };

@@ -13,6 +13,11 @@
 //       our tree alone, expanded, with and without the status filter and the painted channel counts:
 //       a status batch of every channel plain and with both on (ratio), switching the filter on
 //       and off, and saving and restoring the view state with every group expanded.
+//   ScaleBench --find-and-take [--groups 3125]
+//       our tree alone, expanded, channels with addresses: one keystroke of the search by name
+//       (the tree's own) against one keystroke of the search by words with paths (ratio), for a
+//       few hits and for many; CreateDragData + ReadDragData of 1,000 nodes; GetSelectedNodes of
+//       1,000 selected rows.
 //   ScaleBench --soak [--seconds 120] [--channels 32000] [--changes-per-second 500]
 //       the resource tree of the reference device layer at that size, every host expanded, the
 //       simulator changing channels; prints the GUI thread's longest and 99th-percentile stall
@@ -43,6 +48,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QProcess>
@@ -164,6 +170,7 @@ struct STRCT_Case
     int m_iGroups = 1000;
     QString m_qstrButtons = "none"; // none, always, hover
     bool m_blExpanded = false;
+    bool m_blAddresses = false; // channels carry "10.0.<group>.<n>:<channel>" in m_qstrExtend
 };
 
 // What each side offers the driver; every operation returns when its work is done, the driver
@@ -220,6 +227,8 @@ public:
                 channel.m_qstrName = ChannelText(g, c);
                 channel.m_iType = 4;
                 channel.m_iSortNo = c;
+                if (_stCase.m_blAddresses)
+                    channel.m_qstrExtend = QString("10.0.%1.%2:%3").arg(g / 250).arg(g % 250).arg(c + 1);
                 qmapNodes.insert(channel.m_qstrTreeId, channel);
             }
         }
@@ -675,6 +684,107 @@ int RunOperatorView(int _iGroups)
     return 0;
 }
 
+// ---- search by words, several rows, drag payload ---------------------------------------------------
+
+int RunFindAndTake(int _iGroups)
+{
+    LxAppManagerCtl_SetAppState(2); // no status thread: see RunChild
+    CLS_OurSide side;
+    STRCT_Case stCase{_iGroups, "none", true};
+    stCase.m_blAddresses = true;
+    side.Init(stCase);
+    side.ExpandAll();
+    Settle(side.Window());
+    CLS_WgtDeviceTree* pTree = side.Tree();
+    QLineEdit* pLine = side.SearchLine();
+    auto* pList = pTree->findChild<QListWidget*>("qlistWgtQueryResult");
+    const int iRows = _iGroups * (CONST_iChannelsPerGroup + 1) + 1;
+    std::printf("%-58s %8s %10s %10s %8s\n", "case", "rows", "ours (ms)", "by name", "ratio");
+    auto row = [&](const QString& _qstrCase, double _dOurs, double _dByName) {
+        const QString qstrByName = _dByName < 0 ? QString("-") : QString::number(_dByName, 'f', 1);
+        const QString qstrRatio =
+            _dByName < 0 ? QString("-") : QString::number(_dOurs / qMax(0.05, _dByName), 'f', 2);
+        std::printf("%-58s %8d %10.2f %10s %8s\n", qPrintable(_qstrCase), iRows, _dOurs,
+                    qPrintable(qstrByName), qPrintable(qstrRatio));
+        std::fflush(stdout);
+    };
+    // One keystroke: the line holds _qstrBefore (not timed), then _qchKey is typed.
+    int iHits = 0;
+    auto keystroke = [&](const QString& _qstrBefore, Qt::Key _key, const QString& _qstrKey) {
+        pLine->setFocus();
+        const double dMs = MedianMs(
+            side.Window(),
+            [&] {
+                pLine->setText(_qstrBefore);
+                Settle(side.Window());
+            },
+            [&] { TypeKey(pLine, _key, _qstrKey); });
+        iHits = pList->count();
+        pLine->clear();
+        Settle(side.Window());
+        return dMs;
+    };
+
+    // A few hundred hits: one group's channels and ten more.
+    const double dFewByName = keystroke("cam 004", Qt::Key_2, "2");
+    const int iFewByName = iHits;
+    pTree->SetSearchMode(1);
+    pTree->SetSearchShowsPath(true);
+    const double dFewWords = keystroke("0042 ca", Qt::Key_M, "m");
+    row(QString("keystroke, few hits: \"0042 cam\" words+paths (%1) / \"cam 0042\" (%2)")
+            .arg(iHits)
+            .arg(iFewByName),
+        dFewWords, dFewByName);
+    const double dAddress = keystroke("10.0.0.4", Qt::Key_2, "2");
+    row(QString("keystroke, by address: \"10.0.0.42\" words+paths (%1)").arg(iHits), dAddress, -1);
+    // Every row with a 7 in its name: a third of the tree.
+    pTree->SetSearchMode(0);
+    pTree->SetSearchShowsPath(false);
+    const double dManyByName = keystroke("", Qt::Key_7, "7");
+    const int iManyByName = iHits;
+    pTree->SetSearchMode(1);
+    pTree->SetSearchShowsPath(true);
+    const double dManyWords = keystroke("cam ", Qt::Key_7, "7");
+    row(QString("keystroke, many hits: \"cam 7\" words+paths (%1) / \"7\" (%2)").arg(iHits).arg(iManyByName),
+        dManyWords, dManyByName);
+    pTree->SetSearchMode(0);
+    pTree->SetSearchShowsPath(false);
+
+    // The payload of 1,000 channels, made and read back.
+    QVector<QString> qvecIds;
+    for (int g = 0; qvecIds.size() < 1000; ++g) {
+        for (int c = 0; c < CONST_iChannelsPerGroup && qvecIds.size() < 1000; ++c)
+            qvecIds.append(ChannelId(g, c));
+    }
+    int iRead = 0;
+    const double dPayload = MedianMs(
+        side.Window(), [] {},
+        [&] {
+            std::unique_ptr<QMimeData> pData(pTree->CreateDragData(qvecIds));
+            QVector<CLS_CustomTreeNode> qvecNodes;
+            CLS_WgtDeviceTree::ReadDragData(pData.get(), qvecNodes);
+            iRead = qvecNodes.size();
+        });
+    row(QString("CreateDragData + ReadDragData of %1 nodes").arg(iRead), dPayload, -1);
+
+    // 1,000 selected rows handed out in row order.
+    pTree->SetMultiSelect(true);
+    auto* pView = pTree->findChild<CLS_WgtBaseTreeWidget*>();
+    for (const QString& qstrId : qAsConst(qvecIds))
+        pView->GetNodeById(qstrId)->setSelected(true);
+    int iSelected = 0;
+    const double dSelected = MedianMs(
+        side.Window(), [] {},
+        [&] {
+            QVector<CLS_CustomTreeNode> qvecNodes;
+            pTree->GetSelectedNodes(qvecNodes);
+            iSelected = qvecNodes.size();
+        });
+    row(QString("GetSelectedNodes of %1 selected rows").arg(iSelected), dSelected, -1);
+    side.Destroy();
+    return 0;
+}
+
 // ---- soak -----------------------------------------------------------------------------------------
 
 long RssKb()
@@ -881,16 +991,20 @@ int main(int argc, char* argv[])
     QCommandLineOption optTimeout("timeout", "Seconds per child process (default 600).", "seconds", "600");
     QCommandLineOption optOnly("only", "Run one side only: ours or base.", "side");
     QCommandLineOption optOperator("operator-view", "Status filter, counts and view state (see the head).");
+    QCommandLineOption optFind("find-and-take",
+                               "Search by words, several rows, drag payload (see the head).");
     QCommandLineOption optSoak("soak", "The soak run of the resource tree (see the program's head).");
     QCommandLineOption optSeconds("seconds", "Length of the soak (120).", "seconds", "120");
     QCommandLineOption optChannels("channels", "Channels of the soak (32000).", "count", "32000");
     QCommandLineOption optRate("changes-per-second", "Simulated changes of the soak (500).", "count", "500");
     parser.addOptions({optChild, optSide, optGroups, optButtons, optExpanded, optTimeout, optOnly, optSoak,
-                       optSeconds, optChannels, optRate, optOperator});
+                       optSeconds, optChannels, optRate, optOperator, optFind});
     parser.process(app);
 
     if (parser.isSet(optOperator))
         return RunOperatorView(parser.isSet(optGroups) ? parser.value(optGroups).toInt() : 3125);
+    if (parser.isSet(optFind))
+        return RunFindAndTake(parser.isSet(optGroups) ? parser.value(optGroups).toInt() : 3125);
     if (parser.isSet(optSoak))
         return RunSoak(parser.value(optChannels).toInt(), parser.value(optSeconds).toInt(),
                        parser.value(optRate).toInt());

@@ -1,5 +1,6 @@
 #include "CLS_DemoWindow.h"
 
+#include "CLS_DemoLayoutPane.h"
 #include "CLS_DemoSiblings.h"
 #include "CLS_DevManage.h"
 #include "CLS_IResourceTree.h"
@@ -19,6 +20,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QSet>
@@ -92,8 +94,9 @@ CLS_DemoWindow::CLS_DemoWindow(const CLS_DemoSiblings* _pSiblings, QWidget* pare
     setWindowTitle(tr("WgtTreeWidget demo"));
 
     // The five flags: drag, check boxes, right-click menu, search line, drop.
+    // The resource tree's rows can be dragged out (to the layout), never dropped on.
     m_pResourceTree =
-        new CLS_WgtDeviceTree(this, DEV_TREE_RESOURCE, false, false, true, true, false, ITEM_BTN_SHOW_HOVER);
+        new CLS_WgtDeviceTree(this, DEV_TREE_RESOURCE, true, false, true, true, false, ITEM_BTN_SHOW_HOVER);
     m_pCustomTree =
         new CLS_WgtDeviceTree(this, DEV_TREE_CUSTOM, true, true, false, false, true, ITEM_BTN_SHOW_HOVER);
     m_pFavoriteTree = new CLS_WgtDeviceTree(this, DEV_TREE_FAVORITE, false, false, false, false, false,
@@ -127,6 +130,11 @@ CLS_DemoWindow::CLS_DemoWindow(const CLS_DemoSiblings* _pSiblings, QWidget* pare
             [this](int _iIndex) { m_pResourceTree->SetStatusFilter(m_pFilter->itemData(_iIndex).toInt()); });
     m_pResourceTree->SetShowChannelCounts(true);
     m_pResourceTree->SetKeepViewState(true); // a rebuild keeps what was open
+    // Search by any words of the name or the address, each hit with the rows above it; Ctrl and
+    // Shift take several cameras, which drag out to the layout at once.
+    m_pResourceTree->SetSearchMode(1);
+    m_pResourceTree->SetSearchShowsPath(true);
+    m_pResourceTree->SetMultiSelect(true);
     QWidget* pResourceBox = Titled(tr("Resources"), m_pResourceTree);
     auto* pFilterRow = new QHBoxLayout;
     pFilterRow->setContentsMargins(10, 0, 4, 0);
@@ -135,7 +143,17 @@ CLS_DemoWindow::CLS_DemoWindow(const CLS_DemoSiblings* _pSiblings, QWidget* pare
     static_cast<QVBoxLayout*>(pResourceBox->layout())->insertLayout(1, pFilterRow);
     pSplitter->addWidget(pResourceBox);
     pSplitter->addWidget(pSideTrees);
-    pSplitter->addWidget(Titled(tr("Events"), m_pLog));
+    // A page's layout takes cameras dragged out of the resource tree; the log goes below it.
+    m_pLayoutPane = new CLS_DemoLayoutPane;
+    m_pLayoutPane->setAccessibleName(tr("Layout"));
+    connect(m_pLayoutPane, &CLS_DemoLayoutPane::SignDropped, this, [this](int _iAdded, int _iCarried) {
+        AppendLog(tr("layout: %1 of %2 dragged rows added").arg(_iAdded).arg(_iCarried));
+    });
+    auto* pRightColumn = new QSplitter(Qt::Vertical);
+    pRightColumn->addWidget(Titled(tr("Layout (drop cameras here)"), m_pLayoutPane));
+    pRightColumn->addWidget(Titled(tr("Events"), m_pLog));
+    pRightColumn->setSizes({220, 510});
+    pSplitter->addWidget(pRightColumn);
     pSplitter->setStretchFactor(0, 3);
     pSplitter->setStretchFactor(1, 2);
     pSplitter->setStretchFactor(2, 3);
@@ -316,6 +334,9 @@ void CLS_DemoWindow::PrepareForPicture()
         QTreeWidgetItem* pRow = (nullptr != pHost && pHost->childCount() > 2) ? pHost->child(2) : pHost;
         if (nullptr != pRow) {
             pView->setCurrentItem(pRow);
+            // Two more cameras of the host taken with Ctrl, as a user picks cameras for a layout.
+            for (int i = 4; i < 8 && i < pHost->childCount(); i += 3)
+                pHost->child(i)->setSelected(true);
             const QPoint qptAt = pView->visualItemRect(pRow).center();
             QMouseEvent clsMove(QEvent::MouseMove, qptAt, pView->viewport()->mapToGlobal(qptAt), Qt::NoButton,
                                 Qt::NoButton, Qt::NoModifier);
@@ -324,6 +345,17 @@ void CLS_DemoWindow::PrepareForPicture()
     }
     m_pCustomTree->ExpandAll();
     m_pFavoriteTree->ExpandAll();
+
+    // The selected cameras in the layout, through the payload a drag of them carries.
+    QVector<CLS_CustomTreeNode> qvecSelected;
+    m_pResourceTree->GetSelectedNodes(qvecSelected);
+    QVector<QString> qvecIds;
+    for (const CLS_CustomTreeNode& node : qAsConst(qvecSelected))
+        qvecIds.append(node.m_qstrTreeId);
+    const std::unique_ptr<QMimeData> pPayload(m_pResourceTree->CreateDragData(qvecIds));
+    QVector<CLS_CustomTreeNode> qvecDropped;
+    if (CLS_WgtDeviceTree::ReadDragData(pPayload.get(), qvecDropped) == 0)
+        m_pLayoutPane->AddNodes(qvecDropped);
 
     // The first group of the custom tree that holds channels alone, ticked as a user would.
     QVector<CLS_CustomTreeNode> qvecNodes;

@@ -1,6 +1,7 @@
 #pragma once
-// The demo's one window: the installation's resource tree (live channel states, search, hover tool
-// buttons, context menu), a custom tree with check boxes and reordering, the favourites tree, and a
+// The demo's one window: the installation's resource tree (live channel states, search by words with
+// paths, several cameras selected and dragged out, hover tool buttons, context menu), a custom tree
+// with check boxes and reordering, the favourites tree, a layout that takes dragged cameras, and a
 // log of what the trees report. Follows the screen's scale and tells the application's signal hub.
 // GUI thread only.
 
@@ -15,6 +16,7 @@
 #include <QVariant>
 #include <QVector>
 
+class CLS_DemoLayoutPane;
 class CLS_DemoSiblings;
 class CLS_WgtDeviceTree;
 class QComboBox;
@@ -103,6 +105,7 @@ private:
     CLS_WgtDeviceTree* m_pFavoriteTree = nullptr;
     QComboBox* m_pFilter = nullptr; // the resource tree's status filter
     QListWidget* m_pLog = nullptr;
+    CLS_DemoLayoutPane* m_pLayoutPane = nullptr; // takes cameras dragged out of the resource tree
     QLabel* m_pStatusLine = nullptr;
     QTimer m_tmRefresh;
     int m_iStatusBatches = 0;

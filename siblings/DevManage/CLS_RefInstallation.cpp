@@ -710,9 +710,12 @@ int RefInstallation::Generate(int _iChannels, int _iChannelsPerHost,
             // Some cameras of the on-line recorders are off line too.
             const int iStatus = iHostStatus == 0 || (iHost * 7 + iNo * 3) % 11 == 0 ? 0 : 1;
             vecChannels.push_back(vecItems.size());
-            vecItems.push_back(ItemValues(REF_KIND_CHANNEL, strHost + "_ch" + std::to_string(iNo),
-                                          "Camera " + std::to_string(iHost) + "-" + std::to_string(iNo),
-                                          strHost, iNo, iStatus, iNo));
+            STRCT_RefItemValues strctChannel = ItemValues(
+                REF_KIND_CHANNEL, strHost + "_ch" + std::to_string(iNo),
+                "Camera " + std::to_string(iHost) + "-" + std::to_string(iNo), strHost, iNo, iStatus, iNo);
+            // The camera's address, for a search by address: "10.0.3.7:5".
+            strctChannel.m_strExtend = strctHost.m_strAddress + ":" + std::to_string(iNo);
+            vecItems.push_back(strctChannel);
         }
         if (iHost % 4 == 1) { // alarms on every fourth recorder
             for (int iNo = 1; iNo <= 2; ++iNo) {

@@ -255,9 +255,18 @@ void tst_WgtTreeDemo::shouldTypeSearchIntoResourceTree_data()
     QTest::addColumn<QString>("qstrText");
     QTest::addColumn<int>("iResults");
     QTest::addColumn<QString>("qstrList");
+    // Each hit with the rows above it, the root left out.
+    QStringList qlstSeven;
+    for (int i = 10; i <= 16; ++i)
+        qlstSeven << QString::fromUtf8("North 01-%1 \u2014 NVR 01 / North building / Campus").arg(i);
     QTest::newRow("English, seven results")
-        << QStringList({"--language", "en"}) << "North 01-1" << 7
-        << "North 01-10, North 01-11, North 01-12, North 01-13, North 01-14, North 01-15, North 01-16";
+        << QStringList({"--language", "en"}) << "North 01-1" << 7 << qlstSeven.join(", ");
+    QTest::newRow("two words in any order")
+        << QStringList({"--language", "en"}) << "gate north" << 2
+        << QString::fromUtf8("North gate entry \u2014 NVR 02 / North building / Campus, "
+                             "North gate exit \u2014 NVR 02 / North building / Campus");
+    QTest::newRow("an address") << QStringList({"--language", "en"}) << "10.1.0.14:2" << 1
+                                << QString::fromUtf8("South gate \u2014 NVR 14 / South building / Campus");
     QTest::newRow("German, no results")
         << QStringList({"--language", "de"}) << "Garage" << 0 << "Keine Treffer";
 }

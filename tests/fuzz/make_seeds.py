@@ -7,6 +7,7 @@ wrong type, a sheet that begins with the relative skin path ...). Run it again a
 decoders; files found by fuzzing (named by their hash) are left alone.
 """
 
+import json
 import os
 import struct
 import sys
@@ -309,12 +310,43 @@ def view_state_seeds():
     ]
 
 
+def drag_nodes(nodes):
+    """The nodes format of a drag payload as CLS_DeviceTreeDragData::Encode writes it
+    (docs/drag-payload-format.md): compact UTF-8 JSON, one object of five keys a node."""
+    return json.dumps([{"channelNo": channel, "devId": dev_id, "name": name, "treeId": tree_id, "type": node_type}
+                       for tree_id, dev_id, node_type, name, channel in nodes],
+                      ensure_ascii=False, separators=(",", ":")).encode("utf-8")
+
+
+def drag_data_seeds():
+    whole = drag_nodes([("g1c0", "D1", 4, "Nord", 1), ("g1", "", 2, "Gruppe", -1), ("h7", "H7", 3, "Host 7", 0)])
+    return [
+        ("whole", whole),
+        ("empty_array", b"[]"),
+        ("non_ascii", drag_nodes([("c1", "d\u00e9v", 4, "\u5317\u95e8\u6444\u50cf\u673a", 2147483647),
+                                  ("c2", "D2", 13, "T\u00fcr \u00d6stfl\u00fcgel", -2147483648),
+                                  ("c3", "D3", 17, "Kamera \U0001f4f7", 0)])),
+        ("missing_key", b'[{"treeId":"a","devId":"A","type":4,"channelNo":1}]'),
+        ("non_object_element", whole[:-1] + b',7]'),
+        ("wrong_type", b'[{"treeId":5,"devId":"A","type":"4","name":"Alpha","channelNo":1.5}]'),
+        ("out_of_range", b'[{"treeId":"a","devId":"A","type":4,"name":"Alpha","channelNo":1e12}]'),
+        ("extra_keys", b'[{"zone":"n","treeId":"a","devId":"A","type":4.0,"name":"Alpha","channelNo":-0,'
+                       b'"extend":{"x":[1,2]}}]'),
+        ("bad_last_node", whole[:-3] + b'"3"}]'),
+        ("truncated", whole[:-7]),
+        ("object_not_array", whole[1:-1].split(b"},")[0] + b"}"),
+        ("nested_junk", b'[{"treeId":{"a":[1,{"b":null}]},"devId":[[[]]],"type":true,"name":null,"channelNo":{}},'
+                        b'[],"x",7,null]'),
+    ]
+
+
 TARGETS = {
     "fuzz_basetree_init": base_tree_seeds,
     "fuzz_devicetree_init": device_tree_seeds,
     "fuzz_status_batch": status_batch_seeds,
     "fuzz_stylesheet": stylesheet_seeds,
     "fuzz_view_state": view_state_seeds,
+    "fuzz_drag_data": drag_data_seeds,
 }
 
 

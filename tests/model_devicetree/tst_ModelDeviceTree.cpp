@@ -26,7 +26,12 @@
 #include <QElapsedTimer>
 #include <QIcon>
 #include <QImage>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMimeData>
 #include <QPixmap>
+#include <QRegularExpression>
+#include <QSet>
 #include <QtTest>
 
 #include <algorithm>
@@ -258,6 +263,9 @@ enum n_Op
     OP_STATUS_FILTER,
     OP_CHANNEL_COUNTS,
     OP_VIEW_STATE,
+    OP_WORD_SEARCH,
+    OP_SELECTED_NODES,
+    OP_DRAG_DATA,
 };
 
 struct STRCT_Step
@@ -463,6 +471,18 @@ QString Describe(const STRCT_Step& _step)
         return _step.m_iA == 0   ? QString("RestoreViewState(SaveViewState())")
                : _step.m_iA == 1 ? QString("RestoreViewState(bytes that are no state)")
                                  : QString("SetKeepViewState(%1)").arg(_step.m_blA);
+    case OP_WORD_SEARCH:
+        return QString("SetSearchMode(%1), SetSearchShowsPath(%2), search \"%3\"")
+            .arg(_step.m_iA)
+            .arg(_step.m_blA)
+            .arg(_step.m_qstrA);
+    case OP_SELECTED_NODES:
+        return QString("SetMultiSelect(%1), select {%2}, GetSelectedNodes")
+            .arg(_step.m_blA)
+            .arg(QStringList(_step.m_qvecIds.toList()).join(","));
+    case OP_DRAG_DATA:
+        return QString("ReadDragData(CreateDragData({%1}))")
+            .arg(QStringList(_step.m_qvecIds.toList()).join(","));
     }
     return "?";
 }
@@ -785,6 +805,19 @@ public:
         }
         if (iRoll < 872) {
             step.m_iOp = OP_TIMEOUT;
+            return step;
+        }
+        if (iRoll < 880) {
+            // Finding and taking rows: the search by words with paths, the selected nodes, the
+            // drag payload.
+            const int iKind = Pick(3);
+            step.m_iOp = iKind == 0 ? OP_WORD_SEARCH : iKind == 1 ? OP_SELECTED_NODES : OP_DRAG_DATA;
+            step.m_iA = One<int>({0, 1, 1, 2});
+            step.m_blA = Chance(60);
+            step.m_qstrA = One<QString>({"a", "b", "c", "r", "s", "x", "a x", "x a", "c c", "all", "z", " ",
+                                         "c n", "t r", "A", "ct_r0"});
+            for (int i = Pick(5); i > 0; --i)
+                step.m_qvecIds << (Chance(80) ? TreeId() : AnyId());
             return step;
         }
         if (iRoll < 890) {
@@ -1830,6 +1863,66 @@ public:
             SetItemCheckStatus(qstrId, 2, true);
     }
 
+    // The entries of the search list for a line, as "id=text" (or "<no results>"): the rows below the
+    // root row in the tree's order; mode 0 matches the line in the row text, mode 1 every word in the
+    // node's name or extend; with paths, up to three parents' names follow an em dash.
+    QStringList SearchEntries(const QString& _qstrLine, int _iMode, bool _blPaths) const
+    {
+        const STRCT_MRow* pRoot = m_base.Row(m_qstrRootId);
+        const QStringList qlstWords = _iMode == 1
+                                          ? _qstrLine.split(QRegularExpression("\\s+"), Qt::SkipEmptyParts)
+                                          : QStringList{_qstrLine};
+        if (pRoot == nullptr || qlstWords.isEmpty())
+            return {"<no results>"};
+        auto nameOf = [this](const STRCT_MRow* _pRow, bool _blNode) {
+            const auto it = m_qmapNodes.constFind(_pRow->m_clsRec.m_qstrId);
+            return _blNode && it != m_qmapNodes.cend() ? it->m_qstrName : _pRow->m_clsRec.m_qstrText;
+        };
+        QStringList qlstEntries;
+        std::function<void(const STRCT_MRow*)> walk = [&](const STRCT_MRow* _pRow) {
+            for (const STRCT_MRow* pKid : _pRow->m_qvecKids) {
+                const auto itNode = m_qmapNodes.constFind(pKid->m_clsRec.m_qstrId);
+                const QString qstrName = nameOf(pKid, _iMode == 1);
+                bool blMatch = true;
+                for (const QString& qstrWord : qlstWords) {
+                    blMatch = blMatch && (qstrName.contains(qstrWord, Qt::CaseInsensitive) ||
+                                          (_iMode == 1 && itNode != m_qmapNodes.cend() &&
+                                           itNode->m_qstrExtend.contains(qstrWord, Qt::CaseInsensitive)));
+                }
+                if (blMatch) {
+                    QStringList qlstParents;
+                    for (const STRCT_MRow* pUp = pKid->m_pParent;
+                         pUp != nullptr && pUp != pRoot && qlstParents.size() < 3; pUp = pUp->m_pParent)
+                        qlstParents << nameOf(pUp, true);
+                    QString qstrText = qstrName;
+                    if (_blPaths && !qlstParents.isEmpty())
+                        qstrText += QString::fromUtf8(" \u2014 ") + qlstParents.join(" / ");
+                    qlstEntries << pKid->m_clsRec.m_qstrId + "=" + qstrText;
+                }
+                walk(pKid);
+            }
+        };
+        walk(pRoot);
+        return qlstEntries.isEmpty() ? QStringList{"<no results>"} : qlstEntries;
+    }
+
+    // The nodes of the selected rows in the tree's order; rows without a node left out.
+    QVector<CLS_CustomTreeNode> SelectedNodes(const QSet<QString>& _qsetSelected) const
+    {
+        QVector<CLS_CustomTreeNode> qvecNodes;
+        std::function<void(const QVector<STRCT_MRow*>&)> walk = [&](const QVector<STRCT_MRow*>& _qvecRows) {
+            for (const STRCT_MRow* pRow : _qvecRows) {
+                // A row that is not both selectable and enabled takes no selection.
+                if (_qsetSelected.contains(pRow->m_clsRec.m_qstrId) && (pRow->m_iFlags & 0x21) == 0x21 &&
+                    m_qmapNodes.contains(pRow->m_clsRec.m_qstrId))
+                    qvecNodes << m_qmapNodes.value(pRow->m_clsRec.m_qstrId);
+                walk(pRow->m_qvecKids);
+            }
+        };
+        walk(m_base.m_qvecTop);
+        return qvecNodes;
+    }
+
     int m_iType;
     bool m_blDrag, m_blCheck;
     QString m_qstrPic;
@@ -1946,6 +2039,7 @@ private:
     void NewTree(int _iType, bool _blDrag, bool _blCheck)
     {
         DropTree();
+        m_iSearchMode = 0;
         m_pTree = new CLS_ModelTestTree(_iType, _blDrag, _blCheck);
         m_pModel.reset(new CLS_ModelTree(_iType, _blDrag, _blCheck, m_pTree->m_qstrPicPath, &m_dev));
         static QSet<QString> s_qsetMade;
@@ -2296,6 +2390,8 @@ private:
         if (_step.m_iOp == OP_STATUS_FILTER || _step.m_iOp == OP_CHANNEL_COUNTS ||
             _step.m_iOp == OP_VIEW_STATE)
             ApplyOperatorView(_step, iTree, iModel, qlstExtraTree, qlstExtraModel);
+        if (_step.m_iOp == OP_WORD_SEARCH || _step.m_iOp == OP_SELECTED_NODES || _step.m_iOp == OP_DRAG_DATA)
+            ApplyFindAndTake(_step, qlstExtraTree, qlstExtraModel);
         _qstrResults = QString("result tree %1 model %2").arg(iTree).arg(iModel);
         m_bResultsDiffer = iTree != iModel;
         m_qlstExtraTree = qlstExtraTree;
@@ -2649,6 +2745,86 @@ private:
         }
     }
 
+    // The search line, the selection and the drag payload against the model's rows and nodes. Each
+    // step sets what it uses, so that nothing carries over to the steps after it.
+    void ApplyFindAndTake(const STRCT_Step& _step, QStringList& _qlstExtraTree, QStringList& _qlstExtraModel)
+    {
+        if (m_pTree == nullptr)
+            return;
+        if (_step.m_iOp == OP_WORD_SEARCH) {
+            m_pTree->SetSearchMode(_step.m_iA);
+            if (_step.m_iA == 0 || _step.m_iA == 1)
+                m_iSearchMode = _step.m_iA;
+            m_pTree->SetSearchShowsPath(_step.m_blA);
+            _qlstExtraTree << QString("mode %1 paths %2")
+                                  .arg(m_pTree->GetSearchMode())
+                                  .arg(m_pTree->GetSearchShowsPath());
+            _qlstExtraModel << QString("mode %1 paths %2").arg(m_iSearchMode).arg(_step.m_blA);
+            auto* pLine = PanelOf(*m_pTree)->findChild<QLineEdit*>("qlineedtQueryInput");
+            auto* pList = PanelOf(*m_pTree)->findChild<QListWidget*>("qlistWgtQueryResult");
+            pLine->clear();
+            pLine->setText(_step.m_qstrA);
+            for (int i = 0; i < pList->count(); ++i) {
+                const QVariant varId = pList->item(i)->data(Qt::UserRole);
+                _qlstExtraTree << (varId.isValid() ? varId.toString() + "=" + pList->item(i)->text()
+                                                   : QString("<no results>"));
+            }
+            pLine->clear();
+            _qlstExtraModel << m_pModel->SearchEntries(_step.m_qstrA, m_iSearchMode, _step.m_blA);
+        } else if (_step.m_iOp == OP_SELECTED_NODES) {
+            // Rows selected by the program: listed in row order, rows without a node left out. The
+            // selection is dropped again afterwards.
+            CLS_WgtBaseTreeWidget* pBase = BaseOf(*m_pTree);
+            m_pTree->SetMultiSelect(true);
+            pBase->clearSelection();
+            QSet<QString> qsetSelected;
+            for (const QString& qstrId : _step.m_qvecIds) {
+                // A hidden row is never a selected one to the view (QTreeWidget::selectedItems).
+                QTreeWidgetItem* pRow = pBase->GetNodeById(qstrId);
+                if (pRow != nullptr && !pRow->isHidden()) {
+                    pRow->setSelected(true);
+                    qsetSelected.insert(qstrId);
+                }
+            }
+            QVector<CLS_CustomTreeNode> qvecNodes;
+            const int iRet = m_pTree->GetSelectedNodes(qvecNodes);
+            _qlstExtraTree << QString("selected %1 %2").arg(iRet).arg(NodeKeys(qvecNodes));
+            _qlstExtraModel << QString("selected 0 %1").arg(NodeKeys(m_pModel->SelectedNodes(qsetSelected)));
+            pBase->clearSelection();
+            m_pTree->SetMultiSelect(_step.m_blA);
+            _qlstExtraTree << QString("multi-select %1").arg(m_pTree->GetMultiSelect());
+            _qlstExtraModel << QString("multi-select %1").arg(_step.m_blA);
+        } else {
+            const std::unique_ptr<QMimeData> pData(m_pTree->CreateDragData(_step.m_qvecIds));
+            QVector<CLS_CustomTreeNode> qvecRead;
+            const int iRet = CLS_WgtDeviceTree::ReadDragData(pData.get(), qvecRead);
+            QStringList qlstRead, qlstModel, qlstNames;
+            for (const CLS_CustomTreeNode& node : qvecRead)
+                qlstRead << QString("%1|%2|%3|%4|%5")
+                                .arg(node.m_qstrTreeId, node.m_qstrDevId)
+                                .arg(node.m_iType)
+                                .arg(node.m_qstrName)
+                                .arg(node.m_iChannelNo);
+            for (const QString& qstrId : _step.m_qvecIds) {
+                const auto it = m_pModel->m_qmapNodes.constFind(qstrId);
+                if (qstrId.isEmpty() || it == m_pModel->m_qmapNodes.cend())
+                    continue;
+                qlstModel << QString("%1|%2|%3|%4|%5")
+                                 .arg(it->m_qstrTreeId, it->m_qstrDevId)
+                                 .arg(it->m_iType)
+                                 .arg(it->m_qstrName)
+                                 .arg(it->m_iChannelNo);
+                qlstNames << it->m_qstrName;
+            }
+            _qlstExtraTree << QString("payload %1 [%2] text \"%3\"")
+                                  .arg(iRet)
+                                  .arg(qlstRead.join(" "))
+                                  .arg(pData->text());
+            _qlstExtraModel
+                << QString("payload 0 [%1] text \"%2\"").arg(qlstModel.join(" ")).arg(qlstNames.join("\n"));
+        }
+    }
+
     // Once a run has asked for the filter or the counts: every row's hidden flag and counts, as the
     // rows and nodes of the model say.
     QString OperatorView(bool _blModel) const
@@ -2762,6 +2938,7 @@ private:
     QStringList m_qlstActual;
     bool m_bResultsDiffer = false;
     bool m_blOperatorView = false; // the run asked for the status filter or the counts
+    int m_iSearchMode = 0;         // the tree's search mode as the steps set it
     QStringList m_qlstExtraTree, m_qlstExtraModel;
 };
 

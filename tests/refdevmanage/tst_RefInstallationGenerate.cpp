@@ -20,6 +20,7 @@ private slots:
     void shouldMakeExpectedCounts_data();
     void shouldMakeExpectedCounts();
     void shouldGiveLastHostTheRemainingChannels();
+    void shouldPutEachChannelsAddressInItsExtend();
     void shouldSpreadHostsOverGroups();
     void shouldMixStatuses();
     void shouldBuildCustomTreesOverExistingChannels();
@@ -94,6 +95,21 @@ void tst_RefInstallationGenerate::shouldGiveLastHostTheRemainingChannels()
     };
     QCOMPARE(ChannelsOf("host1"), QString("host1_ch1 host1_ch2 host1_ch3 host1_ch4"));
     QCOMPARE(ChannelsOf("host3"), QString("host3_ch1 host3_ch2"));
+}
+
+void tst_RefInstallationGenerate::shouldPutEachChannelsAddressInItsExtend()
+{
+    QVERIFY(DevManageCtl_GenerateInstallation(600, 16) > 0);
+    // Host address and channel number; a host's own record has no extend.
+    for (const auto& pair : {qMakePair(QString("host1_ch1"), QString("10.0.0.2:1")),
+                             qMakePair(QString("host3_ch16"), QString("10.0.0.4:16")),
+                             qMakePair(QString("host38_ch8"), QString("10.0.0.39:8"))}) {
+        const std::shared_ptr<STRCT_VideoItem> spItem = Item(pair.first);
+        QVERIFY2(spItem != nullptr, qPrintable(pair.first));
+        QCOMPARE(QString::fromStdString(spItem->m_strExtend), pair.second);
+    }
+    QVERIFY(Item("host1") != nullptr);
+    QCOMPARE(QString::fromStdString(Item("host1")->m_strExtend), QString());
 }
 
 void tst_RefInstallationGenerate::shouldSpreadHostsOverGroups()

@@ -162,11 +162,11 @@ void tst_RefInstallationLoad::shouldLoadSampleWithParentsOrderAndStatus_data()
     QTest::newRow("last host") << "nvr50"
                                << "3|perimeter|nvr50|12|1|NVR 50|-|-1|";
     QTest::newRow("channel") << "nvr01_ch1"
-                             << "4|nvr01|nvr01_ch1|1|1|North 01-01|1|-1|";
+                             << "4|nvr01|nvr01_ch1|1|1|North 01-01|1|-1|10.1.0.1:1";
     QTest::newRow("off-line channel") << "nvr01_ch12"
-                                      << "4|nvr01|nvr01_ch12|12|0|North 01-12|12|-1|";
+                                      << "4|nvr01|nvr01_ch12|12|0|North 01-12|12|-1|10.1.0.1:12";
     QTest::newRow("channel of off-line host") << "nvr07_ch3"
-                                              << "4|nvr07|nvr07_ch3|3|0|North 07-03|3|-1|";
+                                              << "4|nvr07|nvr07_ch3|3|0|North 07-03|3|-1|10.1.0.7:3";
     QTest::newRow("alarm input after channels") << "nvr04_ai1"
                                                 << "5|nvr04|nvr04_ai1|17|1|Door contact 04-1|1|-1|";
     QTest::newRow("alarm output after inputs") << "nvr04_ao2"
@@ -205,7 +205,8 @@ void tst_RefInstallationLoad::shouldLoadSampleCustomTrees_data()
 {
     QTest::addColumn<QString>("qstrTreeId");
     QTest::addColumn<QString>("qstrNode");
-    // parent|devId|devParent|name|type|sortNo|status|channelNo|bindType|extend
+    // parent|devId|devParent|name|type|sortNo|status|channelNo|bindType|extend (a bound channel's
+    // extend is its resource's: the camera's address)
     QTest::newRow("custom root") << "custom_root_id"
                                  << "|custom_root_id||Custom|2|0|0|-1|-1|";
     QTest::newRow("custom group") << "cg_lifts"
@@ -213,23 +214,23 @@ void tst_RefInstallationLoad::shouldLoadSampleCustomTrees_data()
     QTest::newRow("nested group") << "cg_main_gate"
                                   << "cg_entrances|cg_main_gate|cg_entrances|Main gate|2|1|0|-1|-1|";
     QTest::newRow("bound channel") << "c_nvr01_ch1"
-                                   << "cg_main_gate|nvr01_ch1|cg_main_gate|North 01-01|4|1|1|1|-1|";
+                                   << "cg_main_gate|nvr01_ch1|cg_main_gate|North 01-01|4|1|1|1|-1|10.1.0.1:1";
     QTest::newRow("renamed channel, off line") << "c_nvr05_ch9"
-                                               << "cg_lifts|nvr05_ch9|cg_lifts|Lift A|4|1|0|9|-1|";
+                                               << "cg_lifts|nvr05_ch9|cg_lifts|Lift A|4|1|0|9|-1|10.1.0.5:9";
     QTest::newRow("channel off line") << "c_nvr07_ch3"
-                                      << "cg_lifts|nvr07_ch3|cg_lifts|Lift C|4|3|0|3|-1|";
+                                      << "cg_lifts|nvr07_ch3|cg_lifts|Lift C|4|3|0|3|-1|10.1.0.7:3";
     QTest::newRow("favourites root") << "favorite_root_id"
                                      << "|favorite_root_id||Favourites|2|0|0|-1|-1|";
     QTest::newRow("favourite at top")
         << "f_nvr01_ch1"
-        << "favorite_root_id|nvr01_ch1|favorite_root_id|North 01-01|4|2|1|1|-1|";
+        << "favorite_root_id|nvr01_ch1|favorite_root_id|North 01-01|4|2|1|1|-1|10.1.0.1:1";
     QTest::newRow("favourite output")
         << "f_dec01_out1"
         << "favorite_root_id|dec01_out1|favorite_root_id|Wall screen 1|13|3|1|1|-1|";
     QTest::newRow("passenger-flow root") << "passengerflow_root_id"
                                          << "|passengerflow_root_id||Passenger flow|2|0|0|-1|-1|";
     QTest::newRow("passenger-flow way") << "p_nvr16_ch1"
-                                        << "pf_mall|nvr16_ch1|pf_mall|South 16-01|4|3|1|1|4|";
+                                        << "pf_mall|nvr16_ch1|pf_mall|South 16-01|4|3|1|1|4|10.1.0.16:1";
 }
 
 void tst_RefInstallationLoad::shouldLoadSampleCustomTrees()

@@ -1,11 +1,13 @@
 // Replays every corpus file and every crash input of the fuzz targets through the decoders the
 // targets use, and checks what can be checked cheaply: no crash, the rows a base tree builds are
 // exactly those its records reach, device-tree rows name nodes of the model, channel batches are
-// applied only in the right payload type, sheets are read back as the loader promises, and
-// installation files are read whole or refused whole with one error line.
+// applied only in the right payload type, sheets are read back as the loader promises,
+// installation files are read whole or refused whole with one error line, and drag payloads are
+// read whole or refused without a trace.
 
 #include "CLS_TestPaths.h"
 #include "FuzzDecoders.h"
+#include "FuzzDragData.h"
 #include "FuzzInstallation.h"
 #include "FuzzViewState.h"
 #include "Param.h"
@@ -20,7 +22,8 @@ namespace {
 const QStringList& TargetNames()
 {
     static const QStringList s_qlstTargets{"fuzz_basetree_init", "fuzz_devicetree_init", "fuzz_status_batch",
-                                           "fuzz_stylesheet",    "fuzz_installation",    "fuzz_view_state"};
+                                           "fuzz_stylesheet",    "fuzz_installation",    "fuzz_view_state",
+                                           "fuzz_drag_data"};
     return s_qlstTargets;
 }
 
@@ -79,6 +82,8 @@ private slots:
     void shouldReadSheetsBackAsWritten();
     void shouldReadOrRefuseEveryInstallationWhole_data();
     void shouldReadOrRefuseEveryInstallationWhole();
+    void shouldReadDragPayloadsWholeOrLeaveNoTrace_data();
+    void shouldReadDragPayloadsWholeOrLeaveNoTrace();
 };
 
 void tst_FuzzReplay::initTestCase()
@@ -207,6 +212,25 @@ void tst_FuzzReplay::shouldReadOrRefuseEveryInstallationWhole()
         const int iResult = RefInstallation::Parse(qbaInput, strctInstallation, qstrError);
         QCOMPARE(iResult, qstrRow.startsWith("seed_valid_") ? 0 : -1);
     }
+}
+
+void tst_FuzzReplay::shouldReadDragPayloadsWholeOrLeaveNoTrace_data()
+{
+    AddInputRows("fuzz_drag_data");
+}
+
+void tst_FuzzReplay::shouldReadDragPayloadsWholeOrLeaveNoTrace()
+{
+    QFETCH(QByteArray, qbaInput);
+    const WgtFuzz::STRCT_DragDataRun run = WgtFuzz::RunDragData(Bytes(qbaInput), size_t(qbaInput.size()));
+    QVERIFY2(run.m_qlstProblems.isEmpty(), qPrintable(run.m_qlstProblems.join("; ")));
+
+    // The hand-made seeds (make_seeds.py): these four are payloads, every other one is refused.
+    static const QStringList s_qlstRead{"seed_whole", "seed_empty_array", "seed_non_ascii",
+                                        "seed_extra_keys"};
+    const QString qstrRow = QString::fromLatin1(QTest::currentDataTag());
+    if (qstrRow.startsWith("seed_"))
+        QCOMPARE(run.m_iResult, s_qlstRead.contains(qstrRow) ? 0 : -1);
 }
 
 QTEST_MAIN(tst_FuzzReplay)

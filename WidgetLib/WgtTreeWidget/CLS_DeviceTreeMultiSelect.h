@@ -1,0 +1,51 @@
+#pragma once
+// Several rows of a device tree taken at once: Ctrl and Shift extend the selection while multi-select
+// is on, the selected nodes are handed out in row order, and a drag of the tree's rows carries, besides
+// the tree's own format, the nodes of the dragged rows for receivers outside the tree
+// (CLS_DeviceTreeDragData: "application/x-wgttree-nodes" and "text/plain"). The current row stays the
+// one that SignSelected and GetCurrentItem speak of, and a drop inside the tree still moves one row.
+// GUI thread only.
+
+#include "TreeStructDefine.h"
+
+#include <QMap>
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QVector>
+
+class CLS_WgtBaseTreeWidget;
+class QMimeData;
+class QTreeWidgetItem;
+
+class CLS_DeviceTreeMultiSelect : public QObject
+{
+    Q_OBJECT
+
+public:
+    // _pNodes is the device tree's model; the device tree owns this object and outlives it.
+    CLS_DeviceTreeMultiSelect(CLS_WgtBaseTreeWidget* _pTree, const QMap<QString, CLS_CustomTreeNode>* _pNodes,
+                              QObject* _pParent = nullptr);
+    ~CLS_DeviceTreeMultiSelect() override;
+
+    // On: extended selection. Off: single selection, and of the rows selected only the current one
+    // stays selected.
+    void SetMultiSelect(bool _blOn);
+    bool GetMultiSelect() const { return m_blMultiSelect; }
+    // Nodes of the selected rows in row order (depth first, parents ahead of children), appended;
+    // rows without a node are left out. 0.
+    int GetSelectedNodes(QVector<CLS_CustomTreeNode>& _qvecNodes) const;
+    // A new payload (the caller owns it) for the nodes of these tree ids, in this order; ids without
+    // a node are left out. The tree's own format holds the address of the first id's row.
+    QMimeData* CreateDragData(const QVector<QString>& _qvecTreeIds) const;
+
+private:
+    // What a drag of the tree's rows adds to its payload: the selected rows, or the current row
+    // when none of them is selected or multi-select is off.
+    void AddDragFormats(QMimeData* _pData) const;
+    const CLS_CustomTreeNode* NodeOfRow(QTreeWidgetItem* _pRow) const;
+
+    QPointer<CLS_WgtBaseTreeWidget> m_pTree;
+    const QMap<QString, CLS_CustomTreeNode>* m_pNodes = nullptr;
+    bool m_blMultiSelect = false;
+};

@@ -1,0 +1,181 @@
+#include "CLS_DeviceTreeWordSearch.h"
+
+#include "CLS_SearchResultDelegate.h"
+#include "CLS_WgtBaseTreeWidget.h"
+#include "CLS_WgtTreeWidget.h"
+
+#include <QListWidget>
+#include <QRegularExpression>
+#include <QTreeWidgetItem>
+
+namespace {
+
+const QString CONST_qstrNameSeparator = QStringLiteral(" \u2014 "); // an em dash between spaces
+const QString CONST_qstrParentSeparator = QStringLiteral(" / ");
+
+} // namespace
+
+CLS_DeviceTreeWordSearch::CLS_DeviceTreeWordSearch(CLS_WgtTreeWidget* _pPanel,
+                                                   const QMap<QString, CLS_CustomTreeNode>* _pNodes,
+                                                   QObject* _pParent)
+    : QObject(_pParent), m_pPanel(_pPanel), m_pNodes(_pNodes), m_pDelegate(new CLS_SearchResultDelegate(this))
+{}
+
+CLS_DeviceTreeWordSearch::~CLS_DeviceTreeWordSearch()
+{
+    m_iMode = CONST_iModeName;
+    m_blShowPath = false;
+    Install(); // the panel must not call back into a destroyed object
+}
+
+void CLS_DeviceTreeWordSearch::SetSearchMode(int _iMode)
+{
+    if (_iMode != CONST_iModeName && _iMode != CONST_iModeWords)
+        return;
+    m_iMode = _iMode;
+    Install();
+}
+
+void CLS_DeviceTreeWordSearch::SetSearchShowsPath(bool _blShow)
+{
+    m_blShowPath = _blShow;
+    Install();
+}
+
+void CLS_DeviceTreeWordSearch::Install()
+{
+    if (m_pPanel == nullptr)
+        return;
+    if (m_iMode == CONST_iModeWords || m_blShowPath) {
+        m_pPanel->SetSearchFunction([this](const QString& _qstrLine, QList<QListWidgetItem*>& _qlstEntries) {
+            return Search(_qstrLine, _qlstEntries);
+        });
+    } else {
+        m_pPanel->SetSearchFunction(CLS_WgtTreeWidget::SearchFunction());
+    }
+
+    QListWidget* pList = m_pPanel->GetResultList();
+    if (pList == nullptr)
+        return;
+    const bool blOurs = pList->itemDelegate() == m_pDelegate;
+    if (m_blShowPath && !blOurs) {
+        m_pPlainDelegate = pList->itemDelegate();
+        pList->setItemDelegate(m_pDelegate);
+    } else if (!m_blShowPath && blOurs) {
+        pList->setItemDelegate(m_pPlainDelegate); // null gives the view's own default back
+    }
+}
+
+QStringList CLS_DeviceTreeWordSearch::SplitWords(const QString& _qstrLine)
+{
+    static const QRegularExpression s_regexSpace(QStringLiteral("\\s+"));
+#if QT_VERSION >= QT_VERSION_CHECK(5, 14, 0)
+    return _qstrLine.split(s_regexSpace, Qt::SkipEmptyParts);
+#else
+    return _qstrLine.split(s_regexSpace, QString::SkipEmptyParts);
+#endif
+}
+
+QString CLS_DeviceTreeWordSearch::PathText(const QString& _qstrName, const QStringList& _qlstParents)
+{
+    if (_qlstParents.isEmpty())
+        return _qstrName;
+    return _qstrName + CONST_qstrNameSeparator +
+           _qlstParents.mid(0, CONST_iMaxParents).join(CONST_qstrParentSeparator);
+}
+
+QString CLS_DeviceTreeWordSearch::RowName(QTreeWidgetItem* _pRow, const CLS_CustomTreeNode** _ppNode) const
+{
+    *_ppNode = nullptr;
+    const QString qstrId = _pRow->data(0, Qt::UserRole).toString();
+    if (!qstrId.isEmpty() && m_pNodes != nullptr) {
+        const auto it = m_pNodes->constFind(qstrId);
+        if (it != m_pNodes->constEnd()) {
+            *_ppNode = &it.value();
+            return it.value().m_qstrName;
+        }
+    }
+    CLS_TreeItem clsItem;
+    if (m_pPanel != nullptr && m_pPanel->GetBaseTree()->GetBindData(_pRow, clsItem) == 0)
+        return clsItem.m_qstrText;
+    return QString();
+}
+
+QListWidgetItem* CLS_DeviceTreeWordSearch::MakeEntry(const QString& _qstrId, const QString& _qstrName,
+                                                     QTreeWidgetItem* _pRow, QTreeWidgetItem* _pRoot,
+                                                     QMap<QTreeWidgetItem*, QStringList>& _qmapParents) const
+{
+    auto* pEntry = new QListWidgetItem();
+    pEntry->setData(Qt::UserRole, _qstrId);
+    if (!m_blShowPath || _pRow == nullptr) {
+        pEntry->setData(Qt::DisplayRole, _qstrName);
+        return pEntry;
+    }
+    // Hits share their parents: the names above a parent row are worked out once per search.
+    QTreeWidgetItem* pParent = _pRow->parent();
+    QStringList qlstParents;
+    if (pParent != nullptr && pParent != _pRoot) {
+        auto it = _qmapParents.find(pParent);
+        if (it == _qmapParents.end()) {
+            QStringList qlstNames;
+            for (QTreeWidgetItem* pUp = pParent;
+                 pUp != nullptr && pUp != _pRoot && qlstNames.size() < CONST_iMaxParents;
+                 pUp = pUp->parent()) {
+                const CLS_CustomTreeNode* pNode = nullptr;
+                qlstNames.append(RowName(pUp, &pNode));
+            }
+            it = _qmapParents.insert(pParent, qlstNames);
+        }
+        qlstParents = it.value();
+    }
+    pEntry->setData(Qt::DisplayRole, PathText(_qstrName, qlstParents));
+    pEntry->setData(CLS_SearchResultDelegate::CONST_iNameLengthRole, int(_qstrName.size()));
+    return pEntry;
+}
+
+int CLS_DeviceTreeWordSearch::Search(const QString& _qstrLine, QList<QListWidgetItem*>& _qlstEntries)
+{
+    CLS_WgtBaseTreeWidget* pTree = m_pPanel != nullptr ? m_pPanel->GetBaseTree() : nullptr;
+    if (pTree == nullptr)
+        return -1;
+    QTreeWidgetItem* pRoot = pTree->GetNodeById(pTree->GetRootId());
+    QMap<QTreeWidgetItem*, QStringList> qmapParents;
+
+    if (m_iMode == CONST_iModeName) {
+        // The panel's own matching and order; only the entries' text differs.
+        m_pDelegate->SetWords(QStringList{_qstrLine});
+        QVector<CLS_TreeItem> qvecRows;
+        const int iResult = pTree->GetItemByName(_qstrLine, qvecRows);
+        if (iResult < 0)
+            return iResult;
+        for (const CLS_TreeItem& clsRow : qAsConst(qvecRows))
+            _qlstEntries.append(MakeEntry(clsRow.m_qstrId, clsRow.m_qstrText,
+                                          pTree->GetNodeById(clsRow.m_qstrId), pRoot, qmapParents));
+        return 0;
+    }
+
+    // As the panel's own search, a tree without its root row has nothing to search.
+    if (pRoot == nullptr)
+        return -1;
+    const QStringList qlstWords = SplitWords(_qstrLine);
+    m_pDelegate->SetWords(qlstWords);
+    if (qlstWords.isEmpty())
+        return 0; // a line of blanks names nothing
+
+    QVector<QTreeWidgetItem*> qvecRows;
+    pTree->GetChildNode(pRoot, qvecRows, true); // depth first, parents ahead of their children
+    for (QTreeWidgetItem* pRow : qAsConst(qvecRows)) {
+        const CLS_CustomTreeNode* pNode = nullptr;
+        const QString qstrName = RowName(pRow, &pNode);
+        const bool blAll = std::all_of(qlstWords.cbegin(), qlstWords.cend(), [&](const QString& _qstrWord) {
+            return qstrName.contains(_qstrWord, Qt::CaseInsensitive) ||
+                   (pNode != nullptr && pNode->m_qstrExtend.contains(_qstrWord, Qt::CaseInsensitive));
+        });
+        if (!blAll)
+            continue;
+        const QString qstrId =
+            pNode != nullptr ? pNode->m_qstrTreeId : pRow->data(0, Qt::UserRole).toString();
+        _qlstEntries.append(MakeEntry(qstrId, qstrName, pRow, pRoot, qmapParents));
+    }
+    return 0;
+}
