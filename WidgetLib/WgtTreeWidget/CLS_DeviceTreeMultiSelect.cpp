@@ -13,7 +13,7 @@ CLS_DeviceTreeMultiSelect::CLS_DeviceTreeMultiSelect(CLS_WgtBaseTreeWidget* _pTr
     : QObject(_pParent), m_pTree(_pTree), m_pNodes(_pNodes)
 {
     if (m_pTree != nullptr)
-        m_pTree->SetDragPayloadHook([this](QMimeData* _pData) { AddDragFormats(_pData); });
+        m_pTree->SetDragPayloadHook([this](QMimeData* _pData) { return AddDragFormats(_pData); });
 }
 
 CLS_DeviceTreeMultiSelect::~CLS_DeviceTreeMultiSelect()
@@ -98,10 +98,10 @@ QMimeData* CLS_DeviceTreeMultiSelect::CreateDragData(const QVector<QString>& _qv
     return CLS_DeviceTreeDragData::Create(qvecNodes, qbaAddress);
 }
 
-void CLS_DeviceTreeMultiSelect::AddDragFormats(QMimeData* _pData) const
+int CLS_DeviceTreeMultiSelect::AddDragFormats(QMimeData* _pData) const
 {
     if (m_pTree == nullptr)
-        return;
+        return 0;
     QVector<CLS_CustomTreeNode> qvecNodes;
     if (m_blMultiSelect)
         GetSelectedNodes(qvecNodes);
@@ -110,4 +110,5 @@ void CLS_DeviceTreeMultiSelect::AddDragFormats(QMimeData* _pData) const
             qvecNodes.append(*pNode);
     }
     CLS_DeviceTreeDragData::AddPageFormats(qvecNodes, _pData);
+    return qvecNodes.size();
 }

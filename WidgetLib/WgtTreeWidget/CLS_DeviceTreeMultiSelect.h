@@ -41,8 +41,8 @@ public:
 
 private:
     // What a drag of the tree's rows adds to its payload: the selected rows, or the current row
-    // when none of them is selected or multi-select is off.
-    void AddDragFormats(QMimeData* _pData) const;
+    // when none of them is selected or multi-select is off. Gives how many rows it put in.
+    int AddDragFormats(QMimeData* _pData) const;
     const CLS_CustomTreeNode* NodeOfRow(QTreeWidgetItem* _pRow) const;
 
     QPointer<CLS_WgtBaseTreeWidget> m_pTree;

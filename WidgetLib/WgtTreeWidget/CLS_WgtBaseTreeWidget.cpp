@@ -835,14 +835,14 @@ void CLS_WgtBaseTreeWidget::startDrag(Qt::DropActions _supportedActions)
     auto* pMimeData = new QMimeData();
     pMimeData->setData("application/x-qabstractitemmodeldatalist",
                        QVariant(QString::number(reinterpret_cast<quintptr>(pNode))).toByteArray());
-    if (m_fnDragPayload)
-        m_fnDragPayload(pMimeData);
+    const int iRows = m_fnDragPayload ? m_fnDragPayload(pMimeData) : 1;
 
     // The picture comes from a button the style sheet can address as "dragBgBtn".
     m_pDragBgBtn = std::make_unique<QPushButton>(nullptr);
     m_pDragBgBtn->setObjectName("dragBgBtn");
     m_pDragBgBtn->setIcon(pNode->data(0, Qt::DecorationRole).value<QIcon>());
-    m_pDragBgBtn->setText(pNode->data(0, Qt::DisplayRole).toString());
+    const QString qstrText = pNode->data(0, Qt::DisplayRole).toString();
+    m_pDragBgBtn->setText(iRows > 1 ? QString("%1 (+%2)").arg(qstrText).arg(iRows - 1) : qstrText);
     QPixmap pixmap;
     pixmap = m_pDragBgBtn->grab(QRect(0, 0, -1, -1)); // the whole button at its own size
 

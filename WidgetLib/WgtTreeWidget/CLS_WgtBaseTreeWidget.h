@@ -65,8 +65,10 @@ public:
     // Root id of the last accepted Init (the root has a row only if it was shown).
     const QString& GetRootId() const { return m_qstrRootId; }
     // Called by startDrag with the payload it has just made, before the drag starts, so that an
-    // owner can add formats of its own for receivers outside this tree. Empty: nothing is added.
-    void SetDragPayloadHook(std::function<void(QMimeData*)> _fnHook) { m_fnDragPayload = std::move(_fnHook); }
+    // owner can add formats of its own for receivers outside this tree; gives how many rows the drag
+    // carries for them (the picture of a drag of several rows tells how many more there are).
+    // Empty: nothing is added.
+    void SetDragPayloadHook(std::function<int(QMimeData*)> _fnHook) { m_fnDragPayload = std::move(_fnHook); }
 
     // Elision width for rows written from now on; below 1 turns elision off.
     void SetTextMaxWidth(int _iWidth);
@@ -185,9 +187,9 @@ protected:
     bool m_blRightClickEnable = false;
     CLS_TreeItem m_clsDragItem; // record kept at a left press for the drop check
     bool m_blDragging = false;
-    int m_iTextMaxWidth = -1;                        // elision width in pixels; below 1 means no elision
-    QString m_qstrRootId;                            // root id of the last accepted Init
-    std::function<void(QMimeData*)> m_fnDragPayload; // SetDragPayloadHook
+    int m_iTextMaxWidth = -1;                       // elision width in pixels; below 1 means no elision
+    QString m_qstrRootId;                           // root id of the last accepted Init
+    std::function<int(QMimeData*)> m_fnDragPayload; // SetDragPayloadHook
 
 private:
     // A bar that is still to be made: the buttons of the build, the live check state of each button

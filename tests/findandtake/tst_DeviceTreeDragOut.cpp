@@ -10,6 +10,7 @@
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QMimeData>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QWindow>
@@ -106,6 +107,17 @@ bool DragRowTo(STRCT_Page& _page, const QString& _qstrFromId, QWidget* _pTarget,
     return blDragged;
 }
 
+// The text of the drag picture's button, which the tree keeps after the drag.
+QString DragPictureText()
+{
+    for (QWidget* pWidget : QApplication::allWidgets()) {
+        if (auto* pButton = qobject_cast<QPushButton*>(pWidget);
+            pButton != nullptr && pButton->objectName() == "dragBgBtn")
+            return pButton->text();
+    }
+    return "<no picture>";
+}
+
 void Click(CLS_WgtDeviceTree& _tree, const QString& _qstrId,
            Qt::KeyboardModifiers _modifiers = Qt::NoModifier)
 {
@@ -135,6 +147,8 @@ private slots:
         QCOMPARE(TreeIds(page.m_pPane->m_qvecNodes), QStringList({"c1", "c4", "c6"}));
         QCOMPARE(page.m_pPane->m_qvecNodes.at(2).m_qstrName, QString("Campus lobby"));
         QCOMPARE(page.m_pPane->m_qstrText, QString("Entrance\nEntrance\nCampus lobby"));
+        // The picture names the row under the mouse and tells how many more come with it.
+        QCOMPARE(DragPictureText(), QString("Entrance (+2)"));
         // Nothing left the tree.
         QCOMPARE(Rows(*page.m_pTree), QString(SiteRows()));
     }
@@ -147,6 +161,7 @@ private slots:
         QVERIFY(DragRowTo(page, "c5", page.m_pPane, QPoint(100, 100)));
         QCOMPARE(TreeIds(page.m_pPane->m_qvecNodes), QStringList({"c5"}));
         QCOMPARE(page.m_pPane->m_qvecNodes.at(0).m_qstrDevId, QString("dev-c5"));
+        QCOMPARE(DragPictureText(), QString("Gate north side"));
     }
 
     void dropInsideTheTreeMovesOnlyTheCurrentRow()
