@@ -18,35 +18,15 @@ const char* const CLS_DeviceTreeDragData::s_pszTreeMime = "application/x-qabstra
 namespace {
 
 // The five keys of a node object; nothing else is written, anything else is passed over on reading.
-const QString& KeyTreeId()
-{
-    static const QString s_qstrKey = QStringLiteral("treeId");
-    return s_qstrKey;
-}
-const QString& KeyDevId()
-{
-    static const QString s_qstrKey = QStringLiteral("devId");
-    return s_qstrKey;
-}
-const QString& KeyType()
-{
-    static const QString s_qstrKey = QStringLiteral("type");
-    return s_qstrKey;
-}
-const QString& KeyName()
-{
-    static const QString s_qstrKey = QStringLiteral("name");
-    return s_qstrKey;
-}
-const QString& KeyChannelNo()
-{
-    static const QString s_qstrKey = QStringLiteral("channelNo");
-    return s_qstrKey;
-}
+const QLatin1String CONST_strKeyTreeId("treeId");
+const QLatin1String CONST_strKeyDevId("devId");
+const QLatin1String CONST_strKeyType("type");
+const QLatin1String CONST_strKeyName("name");
+const QLatin1String CONST_strKeyChannelNo("channelNo");
 
-bool ReadString(const QJsonObject& _qjoNode, const QString& _qstrKey, QString& _qstrOut)
+bool ReadString(const QJsonObject& _qjoNode, QLatin1String _strKey, QString& _qstrOut)
 {
-    const auto it = _qjoNode.constFind(_qstrKey);
+    const auto it = _qjoNode.constFind(_strKey);
     if (it == _qjoNode.constEnd() || !it.value().isString())
         return false;
     _qstrOut = it.value().toString();
@@ -55,9 +35,9 @@ bool ReadString(const QJsonObject& _qjoNode, const QString& _qstrKey, QString& _
 
 // A JSON number is a double to Qt: only a whole one within int's range is a node's number
 // (1.0 is 1; 1.5, 1e12 and -3e9 are refused rather than cut down).
-bool ReadInt(const QJsonObject& _qjoNode, const QString& _qstrKey, int& _iOut)
+bool ReadInt(const QJsonObject& _qjoNode, QLatin1String _strKey, int& _iOut)
 {
-    const auto it = _qjoNode.constFind(_qstrKey);
+    const auto it = _qjoNode.constFind(_strKey);
     if (it == _qjoNode.constEnd() || !it.value().isDouble())
         return false;
     const double dValue = it.value().toDouble();
@@ -129,11 +109,11 @@ QByteArray CLS_DeviceTreeDragData::Encode(const QVector<CLS_CustomTreeNode>& _qv
     QJsonArray qjaNodes;
     for (const CLS_CustomTreeNode& node : _qvecNodes) {
         QJsonObject qjoNode;
-        qjoNode.insert(KeyTreeId(), node.m_qstrTreeId);
-        qjoNode.insert(KeyDevId(), node.m_qstrDevId);
-        qjoNode.insert(KeyType(), node.m_iType);
-        qjoNode.insert(KeyName(), node.m_qstrName);
-        qjoNode.insert(KeyChannelNo(), node.m_iChannelNo);
+        qjoNode.insert(CONST_strKeyTreeId, node.m_qstrTreeId);
+        qjoNode.insert(CONST_strKeyDevId, node.m_qstrDevId);
+        qjoNode.insert(CONST_strKeyType, node.m_iType);
+        qjoNode.insert(CONST_strKeyName, node.m_qstrName);
+        qjoNode.insert(CONST_strKeyChannelNo, node.m_iChannelNo);
         qjaNodes.append(qjoNode);
     }
     return QJsonDocument(qjaNodes).toJson(QJsonDocument::Compact);
@@ -160,10 +140,11 @@ int CLS_DeviceTreeDragData::Decode(const QByteArray& _qbaJson, QVector<CLS_Custo
             return -1;
         const QJsonObject qjoNode = qjvNode.toObject();
         CLS_CustomTreeNode node;
-        if (!ReadString(qjoNode, KeyTreeId(), node.m_qstrTreeId) ||
-            !ReadString(qjoNode, KeyDevId(), node.m_qstrDevId) ||
-            !ReadInt(qjoNode, KeyType(), node.m_iType) || !ReadString(qjoNode, KeyName(), node.m_qstrName) ||
-            !ReadInt(qjoNode, KeyChannelNo(), node.m_iChannelNo))
+        if (!ReadString(qjoNode, CONST_strKeyTreeId, node.m_qstrTreeId) ||
+            !ReadString(qjoNode, CONST_strKeyDevId, node.m_qstrDevId) ||
+            !ReadInt(qjoNode, CONST_strKeyType, node.m_iType) ||
+            !ReadString(qjoNode, CONST_strKeyName, node.m_qstrName) ||
+            !ReadInt(qjoNode, CONST_strKeyChannelNo, node.m_iChannelNo))
             return -1;
         qvecRead.append(node);
     }

@@ -72,6 +72,25 @@ inline bool BuildSites(CLS_TestDeviceTree& _tree)
     return _tree.Init(qmapNodes, "Campus") == 0 && Rows(_tree) == SiteRows();
 }
 
+// The tree of the selection and drag tests: drag, check boxes, drop and (unless told) a search line,
+// as a page's resource tree that feeds a layout.
+class CLS_SelectionTree : public CLS_TestDeviceTree
+{
+public:
+    explicit CLS_SelectionTree(bool _blSearch = true)
+        : CLS_TestDeviceTree(nullptr, DEV_TREE_CUSTOM, true, true, false, _blSearch, true)
+    {}
+};
+
+// Builds the sites, shows them with every row open and sets multi-select.
+inline bool ShowSites(CLS_TestDeviceTree& _tree, bool _blMultiSelect)
+{
+    if (!BuildSites(_tree) || !ShowOpen(_tree))
+        return false;
+    _tree.SetMultiSelect(_blMultiSelect);
+    return true;
+}
+
 inline QListWidget* ResultList(CLS_WgtDeviceTree& _tree)
 {
     return PanelOf(_tree)->findChild<QListWidget*>("qlistWgtQueryResult");

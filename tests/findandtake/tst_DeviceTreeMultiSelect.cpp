@@ -51,9 +51,8 @@ private slots:
 
     void ctrlClickSelectsOneRowWhileMultiSelectIsOff()
     {
-        CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM, true, true, false, true, true);
-        QVERIFY(BuildSites(tree));
-        QVERIFY(ShowOpen(tree));
+        CLS_SelectionTree tree;
+        QVERIFY(ShowSites(tree, false));
         QVERIFY(!tree.GetMultiSelect());
         Click(tree, "c1");
         Click(tree, "c4", Qt::ControlModifier);
@@ -64,10 +63,8 @@ private slots:
 
     void ctrlClicksAddRowsInRowOrder()
     {
-        CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM, true, true, false, true, true);
-        QVERIFY(BuildSites(tree));
-        QVERIFY(ShowOpen(tree));
-        tree.SetMultiSelect(true);
+        CLS_SelectionTree tree;
+        QVERIFY(ShowSites(tree, true));
         QVERIFY(tree.GetMultiSelect());
         Click(tree, "c7");
         Click(tree, "c1", Qt::ControlModifier);
@@ -82,24 +79,20 @@ private slots:
 
     void shiftClickSelectsTheRange()
     {
-        CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM, true, true, false, true, true);
-        QVERIFY(BuildSites(tree));
-        QVERIFY(ShowOpen(tree));
-        tree.SetMultiSelect(true);
+        CLS_SelectionTree tree;
+        QVERIFY(ShowSites(tree, true));
         Click(tree, "c2");
         Click(tree, "c4", Qt::ShiftModifier);
         QCOMPARE(Selected(tree), QStringList({"c2", "level", "c3", "room", "c8", "south", "c4"}));
-        // Ctrl+Shift adds a second range.
+        // A Ctrl click adds one row more.
         Click(tree, "c6", Qt::ControlModifier);
         QCOMPARE(Selected(tree), QStringList({"c2", "level", "c3", "room", "c8", "south", "c4", "c6"}));
     }
 
     void selectedSignalSpeaksOfTheCurrentRowOnly()
     {
-        CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM, true, true, false, true, true);
-        QVERIFY(BuildSites(tree));
-        QVERIFY(ShowOpen(tree));
-        tree.SetMultiSelect(true);
+        CLS_SelectionTree tree;
+        QVERIFY(ShowSites(tree, true));
         QSignalSpy spySelected(&tree, &CLS_WgtDeviceTree::SignSelected);
         Click(tree, "c1");
         Click(tree, "c5", Qt::ShiftModifier);
@@ -115,10 +108,8 @@ private slots:
 
     void selectedNodesAreAppended()
     {
-        CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM, true, true, false, true, true);
-        QVERIFY(BuildSites(tree));
-        QVERIFY(ShowOpen(tree));
-        tree.SetMultiSelect(true);
+        CLS_SelectionTree tree;
+        QVERIFY(ShowSites(tree, true));
         Click(tree, "c3");
         Click(tree, "c6", Qt::ControlModifier);
         QVector<CLS_CustomTreeNode> qvecNodes(1);
@@ -130,7 +121,7 @@ private slots:
 
     void nothingSelectedGivesNothing()
     {
-        CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM, true, true, false, true, true);
+        CLS_SelectionTree tree;
         QVERIFY(BuildSites(tree));
         QCOMPARE(Selected(tree), QStringList());
         tree.SetMultiSelect(true);
@@ -139,10 +130,8 @@ private slots:
 
     void turningMultiSelectOffKeepsTheCurrentRowSelected()
     {
-        CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM, true, true, false, true, true);
-        QVERIFY(BuildSites(tree));
-        QVERIFY(ShowOpen(tree));
-        tree.SetMultiSelect(true);
+        CLS_SelectionTree tree;
+        QVERIFY(ShowSites(tree, true));
         Click(tree, "c1");
         Click(tree, "c4", Qt::ControlModifier);
         Click(tree, "c6", Qt::ControlModifier);
@@ -156,7 +145,7 @@ private slots:
 
     void createDragDataCarriesTheNodesAndReadsBack()
     {
-        CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM, true, true, false, true, true);
+        CLS_SelectionTree tree;
         QVERIFY(BuildSites(tree));
         std::unique_ptr<QMimeData> pData(tree.CreateDragData({"c5", "unknown", "c1", ""}));
         QVERIFY(pData != nullptr);
@@ -181,10 +170,8 @@ private slots:
     {
         // Going to a search hit makes it the current row; with multi-select the view's own
         // current-row change selects it alone, as a plain click does.
-        CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM, true, true, false, true, true);
-        QVERIFY(BuildSites(tree));
-        QVERIFY(ShowOpen(tree));
-        tree.SetMultiSelect(true);
+        CLS_SelectionTree tree;
+        QVERIFY(ShowSites(tree, true));
         Click(tree, "c1");
         Click(tree, "c4", Qt::ControlModifier);
         tree.SetCurrentItem("c6", true);
@@ -194,9 +181,8 @@ private slots:
 
     void ctrlFInTheTreeOpensTheSearchLine()
     {
-        CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM, true, true, false, true, true);
-        QVERIFY(BuildSites(tree));
-        QVERIFY(ShowOpen(tree));
+        CLS_SelectionTree tree;
+        QVERIFY(ShowSites(tree, false));
         tree.ClearAndCloseSearch();
         QLineEdit* pLine = SearchLine(tree);
         QVERIFY(pLine->isHidden());
@@ -214,9 +200,8 @@ private slots:
 
     void ctrlFDoesNothingInATreeWithoutSearchLine()
     {
-        CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM, true, true, false, false, true);
-        QVERIFY(BuildSites(tree));
-        QVERIFY(ShowOpen(tree));
+        CLS_SelectionTree tree(false);
+        QVERIFY(ShowSites(tree, false));
         QLineEdit* pLine = SearchLine(tree);
         QVERIFY(pLine->isHidden());
         BaseOf(tree)->setFocus();
