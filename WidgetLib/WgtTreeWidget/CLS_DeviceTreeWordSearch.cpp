@@ -4,9 +4,13 @@
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtTreeWidget.h"
 
+#include <QHash>
 #include <QListWidget>
 #include <QRegularExpression>
+#include <QStringMatcher>
 #include <QTreeWidgetItem>
+
+#include <algorithm>
 
 namespace {
 
@@ -57,6 +61,16 @@ void CLS_DeviceTreeWordSearch::Install()
     QListWidget* pList = m_pPanel->GetResultList();
     if (pList == nullptr)
         return;
+    // Every entry is one line of one font: the list need not measure each of thousands of entries.
+    const bool blOn = m_iMode == CONST_iModeWords || m_blShowPath;
+    if (blOn && !m_blUniformSet) {
+        m_blPlainUniform = pList->uniformItemSizes();
+        pList->setUniformItemSizes(true);
+        m_blUniformSet = true;
+    } else if (!blOn && m_blUniformSet) {
+        pList->setUniformItemSizes(m_blPlainUniform);
+        m_blUniformSet = false;
+    }
     const bool blOurs = pList->itemDelegate() == m_pDelegate;
     if (m_blShowPath && !blOurs) {
         m_pPlainDelegate = pList->itemDelegate();
@@ -84,16 +98,13 @@ QString CLS_DeviceTreeWordSearch::PathText(const QString& _qstrName, const QStri
            _qlstParents.mid(0, CONST_iMaxParents).join(CONST_qstrParentSeparator);
 }
 
-QString CLS_DeviceTreeWordSearch::RowName(QTreeWidgetItem* _pRow, const CLS_CustomTreeNode** _ppNode) const
+QString CLS_DeviceTreeWordSearch::RowName(QTreeWidgetItem* _pRow) const
 {
-    *_ppNode = nullptr;
     const QString qstrId = _pRow->data(0, Qt::UserRole).toString();
     if (!qstrId.isEmpty() && m_pNodes != nullptr) {
         const auto it = m_pNodes->constFind(qstrId);
-        if (it != m_pNodes->constEnd()) {
-            *_ppNode = &it.value();
+        if (it != m_pNodes->constEnd())
             return it.value().m_qstrName;
-        }
     }
     CLS_TreeItem clsItem;
     if (m_pPanel != nullptr && m_pPanel->GetBaseTree()->GetBindData(_pRow, clsItem) == 0)
@@ -103,7 +114,7 @@ QString CLS_DeviceTreeWordSearch::RowName(QTreeWidgetItem* _pRow, const CLS_Cust
 
 QListWidgetItem* CLS_DeviceTreeWordSearch::MakeEntry(const QString& _qstrId, const QString& _qstrName,
                                                      QTreeWidgetItem* _pRow, QTreeWidgetItem* _pRoot,
-                                                     QMap<QTreeWidgetItem*, QStringList>& _qmapParents) const
+                                                     QHash<QTreeWidgetItem*, QString>& _qhashParents) const
 {
     auto* pEntry = new QListWidgetItem();
     pEntry->setData(Qt::UserRole, _qstrId);
@@ -111,24 +122,24 @@ QListWidgetItem* CLS_DeviceTreeWordSearch::MakeEntry(const QString& _qstrId, con
         pEntry->setData(Qt::DisplayRole, _qstrName);
         return pEntry;
     }
-    // Hits share their parents: the names above a parent row are worked out once per search.
+    // Hits share their parents: the names above a parent row are joined once per search.
     QTreeWidgetItem* pParent = _pRow->parent();
-    QStringList qlstParents;
+    QString qstrParents;
     if (pParent != nullptr && pParent != _pRoot) {
-        auto it = _qmapParents.find(pParent);
-        if (it == _qmapParents.end()) {
+        auto it = _qhashParents.find(pParent);
+        if (it == _qhashParents.end()) {
             QStringList qlstNames;
             for (QTreeWidgetItem* pUp = pParent;
                  pUp != nullptr && pUp != _pRoot && qlstNames.size() < CONST_iMaxParents;
                  pUp = pUp->parent()) {
-                const CLS_CustomTreeNode* pNode = nullptr;
-                qlstNames.append(RowName(pUp, &pNode));
+                qlstNames.append(RowName(pUp));
             }
-            it = _qmapParents.insert(pParent, qlstNames);
+            it = _qhashParents.insert(pParent, qlstNames.join(CONST_qstrParentSeparator));
         }
-        qlstParents = it.value();
+        qstrParents = it.value();
     }
-    pEntry->setData(Qt::DisplayRole, PathText(_qstrName, qlstParents));
+    pEntry->setData(Qt::DisplayRole,
+                    qstrParents.isEmpty() ? _qstrName : _qstrName + CONST_qstrNameSeparator + qstrParents);
     pEntry->setData(CLS_SearchResultDelegate::CONST_iNameLengthRole, int(_qstrName.size()));
     return pEntry;
 }
@@ -139,7 +150,7 @@ int CLS_DeviceTreeWordSearch::Search(const QString& _qstrLine, QList<QListWidget
     if (pTree == nullptr)
         return -1;
     QTreeWidgetItem* pRoot = pTree->GetNodeById(pTree->GetRootId());
-    QMap<QTreeWidgetItem*, QStringList> qmapParents;
+    QHash<QTreeWidgetItem*, QString> qhashParents;
 
     if (m_iMode == CONST_iModeName) {
         // The panel's own matching and order; only the entries' text differs.
@@ -150,7 +161,7 @@ int CLS_DeviceTreeWordSearch::Search(const QString& _qstrLine, QList<QListWidget
             return iResult;
         for (const CLS_TreeItem& clsRow : qAsConst(qvecRows))
             _qlstEntries.append(MakeEntry(clsRow.m_qstrId, clsRow.m_qstrText,
-                                          pTree->GetNodeById(clsRow.m_qstrId), pRoot, qmapParents));
+                                          pTree->GetNodeById(clsRow.m_qstrId), pRoot, qhashParents));
         return 0;
     }
 
@@ -159,23 +170,43 @@ int CLS_DeviceTreeWordSearch::Search(const QString& _qstrLine, QList<QListWidget
         return -1;
     const QStringList qlstWords = SplitWords(_qstrLine);
     m_pDelegate->SetWords(qlstWords);
-    if (qlstWords.isEmpty())
+    if (qlstWords.isEmpty() || m_pNodes == nullptr)
         return 0; // a line of blanks names nothing
 
-    QVector<QTreeWidgetItem*> qvecRows;
-    pTree->GetChildNode(pRoot, qvecRows, true); // depth first, parents ahead of their children
-    for (QTreeWidgetItem* pRow : qAsConst(qvecRows)) {
-        const CLS_CustomTreeNode* pNode = nullptr;
-        const QString qstrName = RowName(pRow, &pNode);
-        const bool blAll = std::all_of(qlstWords.cbegin(), qlstWords.cend(), [&](const QString& _qstrWord) {
-            return qstrName.contains(_qstrWord, Qt::CaseInsensitive) ||
-                   (pNode != nullptr && pNode->m_qstrExtend.contains(_qstrWord, Qt::CaseInsensitive));
-        });
+    // The nodes first, in the model's own order: a word costs a look at two strings of a node, and
+    // only a node that holds every word is looked up among the rows.
+    QVector<QStringMatcher> qvecMatchers;
+    for (const QString& qstrWord : qlstWords)
+        qvecMatchers.append(QStringMatcher(qstrWord, Qt::CaseInsensitive));
+    QHash<QTreeWidgetItem*, const CLS_CustomTreeNode*> qhashHits;
+    for (auto it = m_pNodes->cbegin(); it != m_pNodes->cend(); ++it) {
+        const CLS_CustomTreeNode& node = it.value();
+        const bool blAll =
+            std::all_of(qvecMatchers.cbegin(), qvecMatchers.cend(), [&](const QStringMatcher& _matcher) {
+                return _matcher.indexIn(node.m_qstrName) >= 0 || _matcher.indexIn(node.m_qstrExtend) >= 0;
+            });
         if (!blAll)
             continue;
-        const QString qstrId =
-            pNode != nullptr ? pNode->m_qstrTreeId : pRow->data(0, Qt::UserRole).toString();
-        _qlstEntries.append(MakeEntry(qstrId, qstrName, pRow, pRoot, qmapParents));
+        QTreeWidgetItem* pRow = pTree->GetNodeById(it.key());
+        if (pRow != nullptr && pRow != pRoot)
+            qhashHits.insert(pRow, &node);
+    }
+    // Then the rows below the root in the tree's order (depth first, parents ahead of their
+    // children), until every hit has had its turn.
+    int iLeft = qhashHits.size();
+    QVector<QTreeWidgetItem*> qvecStack;
+    for (int i = pRoot->childCount() - 1; i >= 0; --i)
+        qvecStack.append(pRoot->child(i));
+    while (iLeft > 0 && !qvecStack.isEmpty()) {
+        QTreeWidgetItem* pRow = qvecStack.takeLast();
+        const auto itHit = qhashHits.constFind(pRow);
+        if (itHit != qhashHits.cend()) {
+            --iLeft;
+            _qlstEntries.append(
+                MakeEntry(itHit.value()->m_qstrTreeId, itHit.value()->m_qstrName, pRow, pRoot, qhashParents));
+        }
+        for (int i = pRow->childCount() - 1; i >= 0; --i)
+            qvecStack.append(pRow->child(i));
     }
     return 0;
 }

@@ -2,12 +2,14 @@
 // The device tree's search by words and the place of each hit. Mode 0 matches as the panel's own
 // search does (the line as one piece of the row text); mode 1 matches a row when every word of the
 // line (split on white space) occurs, ignoring case, in its node's name or in its m_qstrExtend, in
-// any order. With paths shown, each result entry reads "Name — Parent / Grandparent" and is painted
-// by CLS_SearchResultDelegate, the matched words in bold. The panel runs this search only while
-// mode 1 or the paths are on; otherwise its own search is untouched. GUI thread only.
+// any order (a row without a node is never a hit, as the tree's queries never report one). With paths shown,
+// each result entry reads "Name — Parent / Grandparent" and is painted by CLS_SearchResultDelegate, the
+// matched words in bold. The panel runs this search only while mode 1 or the paths are on; otherwise its own
+// search is untouched. GUI thread only.
 
 #include "TreeStructDefine.h"
 
+#include <QHash>
 #include <QList>
 #include <QMap>
 #include <QObject>
@@ -54,10 +56,10 @@ private:
     // The panel searches through this object only while something here is on.
     void Install();
     // Name of a row: its node's, or the text of its record for a row without a node.
-    QString RowName(QTreeWidgetItem* _pRow, const CLS_CustomTreeNode** _ppNode) const;
+    QString RowName(QTreeWidgetItem* _pRow) const;
     QListWidgetItem* MakeEntry(const QString& _qstrId, const QString& _qstrName, QTreeWidgetItem* _pRow,
                                QTreeWidgetItem* _pRoot,
-                               QMap<QTreeWidgetItem*, QStringList>& _qmapParents) const;
+                               QHash<QTreeWidgetItem*, QString>& _qhashParents) const;
 
     QPointer<CLS_WgtTreeWidget> m_pPanel;
     const QMap<QString, CLS_CustomTreeNode>* m_pNodes = nullptr;
@@ -65,4 +67,6 @@ private:
     bool m_blShowPath = false;
     CLS_SearchResultDelegate* m_pDelegate = nullptr;  // child of this object, on the list while paths show
     QPointer<QAbstractItemDelegate> m_pPlainDelegate; // the list's own delegate meanwhile
+    bool m_blUniformSet = false;                      // the list has uniform entry sizes from us
+    bool m_blPlainUniform = false;                    // what it had before
 };

@@ -1,6 +1,5 @@
 #include "CLS_SearchResultDelegate.h"
 
-#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QFontMetrics>
 #include <QPainter>
@@ -112,8 +111,12 @@ void CLS_SearchResultDelegate::paint(QPainter* _pPainter, const QStyleOptionView
 
 QSize CLS_SearchResultDelegate::sizeHint(const QStyleOptionViewItem& _option, const QModelIndex& _index) const
 {
-    QSize size = QStyledItemDelegate::sizeHint(_option, _index);
-    if (const auto* pArea = qobject_cast<const QAbstractScrollArea*>(_option.widget))
-        size.setWidth(std::min(size.width(), pArea->viewport()->width()));
-    return size;
+    // One line of the list's font: the height does not depend on the text, so a short one is
+    // measured instead of a long path.
+    QStyleOptionViewItem opt = _option;
+    initStyleOption(&opt, _index);
+    opt.text = QStringLiteral("Wg");
+    const QWidget* pWidget = opt.widget;
+    QStyle* pStyle = pWidget != nullptr ? pWidget->style() : QApplication::style();
+    return pStyle->sizeFromContents(QStyle::CT_ItemViewItem, &opt, QSize(), pWidget);
 }

@@ -36,7 +36,8 @@ public:
 
     void paint(QPainter* _pPainter, const QStyleOptionViewItem& _option,
                const QModelIndex& _index) const override;
-    // As wide as the list shows, whatever the text: a long path is elided, never scrolled to.
+    // The size of one short line: the list lays each entry out as wide as it shows, and a long path
+    // is elided, never scrolled to.
     QSize sizeHint(const QStyleOptionViewItem& _option, const QModelIndex& _index) const override;
 
 private:

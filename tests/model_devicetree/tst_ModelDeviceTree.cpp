@@ -1883,7 +1883,8 @@ public:
             for (const STRCT_MRow* pKid : _pRow->m_qvecKids) {
                 const auto itNode = m_qmapNodes.constFind(pKid->m_clsRec.m_qstrId);
                 const QString qstrName = nameOf(pKid, _iMode == 1);
-                bool blMatch = true;
+                // In mode 1 a row without a node is never a hit.
+                bool blMatch = _iMode == 0 || itNode != m_qmapNodes.cend();
                 for (const QString& qstrWord : qlstWords) {
                     blMatch = blMatch && (qstrName.contains(qstrWord, Qt::CaseInsensitive) ||
                                           (_iMode == 1 && itNode != m_qmapNodes.cend() &&
