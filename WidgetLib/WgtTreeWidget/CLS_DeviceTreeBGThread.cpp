@@ -159,6 +159,19 @@ private:
     [[maybe_unused]] void* m_pThread; // read only by the sanitizer build
 };
 
+// Counts a pass as ended when it goes out of scope.
+class CLS_PassEnd
+{
+public:
+    explicit CLS_PassEnd(std::atomic<int>& _iPasses) : m_iPasses(_iPasses) {}
+    ~CLS_PassEnd() { m_iPasses.fetch_add(1); }
+    CLS_PassEnd(const CLS_PassEnd&) = delete;
+    CLS_PassEnd& operator=(const CLS_PassEnd&) = delete;
+
+private:
+    std::atomic<int>& m_iPasses;
+};
+
 } // namespace
 
 CLS_DeviceTreeBGThread::CLS_DeviceTreeBGThread(QObject* parent)
@@ -309,131 +322,137 @@ void CLS_DeviceTreeBGThread::run()
             return;
         }
 
-        // 2. The changes of this pass.
-        QMap<QString, QPair<bool, int>> qmapChanges;
-        strIdBuffer.clear();
-        vecChannels.clear();
+        {
+            // The pass counts as ended when this block is left: after its emission, or where it
+            // gives up early.
+            CLS_PassEnd clsPassEnd(m_iPassesDone);
+            // 2. The changes of this pass.
+            QMap<QString, QPair<bool, int>> qmapChanges;
+            strIdBuffer.clear();
+            vecChannels.clear();
 
-        // 3.-5. First pass: every channel as the resource tree lists it. Each call into a sibling goes
-        // through the fence, and one that throws takes the path of its failure: here a second's sleep.
-        CLS_IResourceTree* pResourceTree =
-            WGT_SIBLING_CALL("GetResourceTree", nullptr, DevManage::GetResourceTree());
-        if (nullptr == pResourceTree) {
-            QThread::sleep(CONST_RETRY_SECONDS);
-            continue;
-        }
-        QVector<std::weak_ptr<STRCT_VideoItem>> qvecItems;
-        if (WGT_SIBLING_CALL(
-                "ListItemsOfType", CONST_stFailedResult,
-                pResourceTree->ListItemsOfType(qvecItems, CONST_TYPE_CHANNEL, QVector<QString>()))
-                .m_iCode < 0) {
-            QThread::sleep(CONST_RETRY_SECONDS);
-            continue;
-        }
-        vecChannels.reserve(static_cast<size_t>(qvecItems.size()));
-        for (const std::weak_ptr<STRCT_VideoItem>& wpItem : qvecItems) {
-            const std::shared_ptr<STRCT_VideoItem> spItem = wpItem.lock();
-            if (nullptr == spItem || CONST_TYPE_CHANNEL != spItem->GetType()) {
+            // 3.-5. First pass: every channel as the resource tree lists it. Each call into a sibling goes
+            // through the fence, and one that throws takes the path of its failure: here a second's sleep.
+            CLS_IResourceTree* pResourceTree =
+                WGT_SIBLING_CALL("GetResourceTree", nullptr, DevManage::GetResourceTree());
+            if (nullptr == pResourceTree) {
+                QThread::sleep(CONST_RETRY_SECONDS);
                 continue;
             }
-            vecChannels.push_back({strIdBuffer.size(), spItem->m_strId.size(), spItem->m_iStatus});
-            strIdBuffer += spItem->m_strId;
-        }
-        const auto IdOf = [&strIdBuffer](const STRCT_ListedChannel& _stChannel) {
-            return std::string_view(strIdBuffer.data() + _stChannel.m_iOffset, _stChannel.m_iLength);
-        };
-        // Sorted by id; of several entries with one id the last one listed counts.
-        std::stable_sort(vecChannels.begin(), vecChannels.end(),
-                         [&IdOf](const STRCT_ListedChannel& _first, const STRCT_ListedChannel& _second) {
-                             return IdOf(_first) < IdOf(_second);
-                         });
-
-        // 6. Fold into the cache. IsImageChannel asks the device layer under this lock, once per
-        // channel new to the cache.
-        if (!vecChannels.empty()) {
-            CLS_WriteGuard lock(m_rwlockChannelStatus);
-            for (size_t i = 0; i < vecChannels.size(); ++i) {
-                const std::string_view svId = IdOf(vecChannels[i]);
-                if (i + 1 < vecChannels.size() && IdOf(vecChannels[i + 1]) == svId) {
-                    continue; // a later entry of the same id counts
-                }
-                if (svId.empty()) {
+            QVector<std::weak_ptr<STRCT_VideoItem>> qvecItems;
+            if (WGT_SIBLING_CALL(
+                    "ListItemsOfType", CONST_stFailedResult,
+                    pResourceTree->ListItemsOfType(qvecItems, CONST_TYPE_CHANNEL, QVector<QString>()))
+                    .m_iCode < 0) {
+                QThread::sleep(CONST_RETRY_SECONDS);
+                continue;
+            }
+            vecChannels.reserve(static_cast<size_t>(qvecItems.size()));
+            for (const std::weak_ptr<STRCT_VideoItem>& wpItem : qvecItems) {
+                const std::shared_ptr<STRCT_VideoItem> spItem = wpItem.lock();
+                if (nullptr == spItem || CONST_TYPE_CHANNEL != spItem->GetType()) {
                     continue;
                 }
-                const int iStatus = vecChannels[i].m_iStatus;
-                strKey.assign(svId.data(), svId.size());
-                auto it = m_mapChannelStatus.find(strKey);
-                if (it == m_mapChannelStatus.end()) {
-                    const QString qstrId = QString::fromUtf8(strKey.c_str());
-                    // -1 and 0 both mean no image channel.
-                    const bool blImage = IsImageChannel(qstrId) > 0;
-                    m_mapChannelStatus[strKey] = std::make_pair(blImage, iStatus);
-                    qmapChanges.insert(qstrId, qMakePair(blImage, iStatus));
-                } else if (it->second.second != iStatus) {
-                    it->second.second = iStatus;
-                    qmapChanges.insert(QString::fromUtf8(strKey.c_str()),
-                                       qMakePair(it->second.first, iStatus));
+                vecChannels.push_back({strIdBuffer.size(), spItem->m_strId.size(), spItem->m_iStatus});
+                strIdBuffer += spItem->m_strId;
+            }
+            const auto IdOf = [&strIdBuffer](const STRCT_ListedChannel& _stChannel) {
+                return std::string_view(strIdBuffer.data() + _stChannel.m_iOffset, _stChannel.m_iLength);
+            };
+            // Sorted by id; of several entries with one id the last one listed counts.
+            std::stable_sort(vecChannels.begin(), vecChannels.end(),
+                             [&IdOf](const STRCT_ListedChannel& _first, const STRCT_ListedChannel& _second) {
+                                 return IdOf(_first) < IdOf(_second);
+                             });
+
+            // 6. Fold into the cache. IsImageChannel asks the device layer under this lock, once per
+            // channel new to the cache.
+            if (!vecChannels.empty()) {
+                CLS_WriteGuard lock(m_rwlockChannelStatus);
+                for (size_t i = 0; i < vecChannels.size(); ++i) {
+                    const std::string_view svId = IdOf(vecChannels[i]);
+                    if (i + 1 < vecChannels.size() && IdOf(vecChannels[i + 1]) == svId) {
+                        continue; // a later entry of the same id counts
+                    }
+                    if (svId.empty()) {
+                        continue;
+                    }
+                    const int iStatus = vecChannels[i].m_iStatus;
+                    strKey.assign(svId.data(), svId.size());
+                    auto it = m_mapChannelStatus.find(strKey);
+                    if (it == m_mapChannelStatus.end()) {
+                        const QString qstrId = QString::fromUtf8(strKey.c_str());
+                        // -1 and 0 both mean no image channel.
+                        const bool blImage = IsImageChannel(qstrId) > 0;
+                        m_mapChannelStatus[strKey] = std::make_pair(blImage, iStatus);
+                        qmapChanges.insert(qstrId, qMakePair(blImage, iStatus));
+                    } else if (it->second.second != iStatus) {
+                        it->second.second = iStatus;
+                        qmapChanges.insert(QString::fromUtf8(strKey.c_str()),
+                                           qMakePair(it->second.first, iStatus));
+                    }
                 }
             }
-        }
 
-        // 7. Without a factory the pass ends here and starts again at once: the cache has taken
-        // this pass's changes in, so they are not reported until they change again. Kept.
-        CLS_IDevFactory* pDevFactory = WGT_SIBLING_CALL("GetDevFactory", nullptr, DevManage::GetDevFactory());
-        if (nullptr == pDevFactory) {
-            WGT_LOG(CONST_MODULE, 3) << "nullptr == pDevFactory ";
-            continue;
-        }
-
-        // 8. Same without the list of ids.
-        QVector<QString> qvecIds;
-        if (WGT_SIBLING_CALL("ListIdsOfType", CONST_stFailedResult,
-                             pResourceTree->ListIdsOfType(CONST_TYPE_CHANNEL, qvecIds))
-                .m_iCode < 0) {
-            continue;
-        }
-
-        // 9. Second pass: each admitted id read afresh. An id can overwrite its entry of step 6
-        // with a later value; the last write counts.
-        for (const QString& qstrId : qvecIds) {
-            // Each of these that throws skips the id, as its failure does.
-            if (!WGT_SIBLING_CALL("IsIdAdmitted", false, pDevFactory->IsIdAdmitted(qstrId))) {
+            // 7. Without a factory the pass ends here and starts again at once: the cache has taken
+            // this pass's changes in, so they are not reported until they change again. Kept.
+            CLS_IDevFactory* pDevFactory =
+                WGT_SIBLING_CALL("GetDevFactory", nullptr, DevManage::GetDevFactory());
+            if (nullptr == pDevFactory) {
+                WGT_LOG(CONST_MODULE, 3) << "nullptr == pDevFactory ";
                 continue;
             }
-            CLS_IResourceTree* pTree =
-                WGT_SIBLING_CALL("GetResourceTree", nullptr, DevManage::GetResourceTree());
-            if (nullptr == pTree) {
-                continue;
-            }
-            std::weak_ptr<STRCT_VideoItem> wpItem;
-            if (WGT_SIBLING_CALL("GetItemOfChannel", CONST_stFailedResult,
-                                 pTree->GetItemOfChannel(wpItem, qstrId, -1, 0))
+
+            // 8. Same without the list of ids.
+            QVector<QString> qvecIds;
+            if (WGT_SIBLING_CALL("ListIdsOfType", CONST_stFailedResult,
+                                 pResourceTree->ListIdsOfType(CONST_TYPE_CHANNEL, qvecIds))
                     .m_iCode < 0) {
                 continue;
             }
-            std::shared_ptr<STRCT_VideoItem> spItem = wpItem.lock();
-            if (nullptr == spItem) {
-                continue;
-            }
-            const int iStatus = spItem->m_iStatus;
-            spItem.reset();
 
-            AssignUtf8(strKey, qstrId);
-            CLS_WriteGuard lock(m_rwlockChannelStatus);
-            auto it = m_mapChannelStatus.find(strKey);
-            if (it == m_mapChannelStatus.end()) {
-                // Only ids the first pass didn't see; their image flag isn't asked.
-                m_mapChannelStatus[strKey] = std::make_pair(false, iStatus);
-                qmapChanges.insert(qstrId, qMakePair(false, iStatus));
-            } else if (it->second.second != iStatus) {
-                it->second.second = iStatus;
-                qmapChanges.insert(qstrId, qMakePair(it->second.first, iStatus));
-            }
-        }
+            // 9. Second pass: each admitted id read afresh. An id can overwrite its entry of step 6
+            // with a later value; the last write counts.
+            for (const QString& qstrId : qvecIds) {
+                // Each of these that throws skips the id, as its failure does.
+                if (!WGT_SIBLING_CALL("IsIdAdmitted", false, pDevFactory->IsIdAdmitted(qstrId))) {
+                    continue;
+                }
+                CLS_IResourceTree* pTree =
+                    WGT_SIBLING_CALL("GetResourceTree", nullptr, DevManage::GetResourceTree());
+                if (nullptr == pTree) {
+                    continue;
+                }
+                std::weak_ptr<STRCT_VideoItem> wpItem;
+                if (WGT_SIBLING_CALL("GetItemOfChannel", CONST_stFailedResult,
+                                     pTree->GetItemOfChannel(wpItem, qstrId, -1, 0))
+                        .m_iCode < 0) {
+                    continue;
+                }
+                std::shared_ptr<STRCT_VideoItem> spItem = wpItem.lock();
+                if (nullptr == spItem) {
+                    continue;
+                }
+                const int iStatus = spItem->m_iStatus;
+                spItem.reset();
 
-        // 10. Nothing changed, nothing sent.
-        if (!qmapChanges.isEmpty()) {
-            emit SignChannelStatusChanged(QVariant::fromValue(qmapChanges));
+                AssignUtf8(strKey, qstrId);
+                CLS_WriteGuard lock(m_rwlockChannelStatus);
+                auto it = m_mapChannelStatus.find(strKey);
+                if (it == m_mapChannelStatus.end()) {
+                    // Only ids the first pass didn't see; their image flag isn't asked.
+                    m_mapChannelStatus[strKey] = std::make_pair(false, iStatus);
+                    qmapChanges.insert(qstrId, qMakePair(false, iStatus));
+                } else if (it->second.second != iStatus) {
+                    it->second.second = iStatus;
+                    qmapChanges.insert(qstrId, qMakePair(it->second.first, iStatus));
+                }
+            }
+
+            // 10. Nothing changed, nothing sent.
+            if (!qmapChanges.isEmpty()) {
+                emit SignChannelStatusChanged(QVariant::fromValue(qmapChanges));
+            }
         }
 
         // 11. The wait: short ticks, so that a stop or a cleared cache is seen within one tick.

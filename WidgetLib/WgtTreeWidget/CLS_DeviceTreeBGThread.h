@@ -44,6 +44,10 @@ public:
     // doesn't hold the cache lock.
     int IsImageChannel(const QString& _qstrId);
 
+    // Passes of run() that have ended so far, whether they emitted or gave up early; an emission of
+    // a pass is posted before the pass counts. For tests and diagnostics; any thread.
+    int PassesDone() const { return m_iPassesDone.load(); }
+
 public slots:
     // Forgets the cache, so that the next pass reports every channel again. Waits for a pass that
     // is folding its results into the cache.
@@ -64,4 +68,5 @@ protected:
     // 0 created, 1 running, 2 paused, 3 stopped. Set and read under m_rwlockState; atomic only for
     // the one lock-free read at the top of the loop.
     std::atomic<int> m_iState;
+    std::atomic<int> m_iPassesDone{0}; // PassesDone
 };

@@ -3,6 +3,7 @@
 // rows kept in step. Resources come from the reference device layer.
 
 #include "CLS_DevResKit.h"
+#include "I_CustomTreeManage.h"
 
 #include <QMetaMethod>
 #include <QSignalSpy>
@@ -119,6 +120,7 @@ private slots:
     void shouldRefuseMoveOutsideRules();
     void shouldKeepExchangedNumbersWhenPanelRefusesMove();
     void shouldMoveRowsOnlyByOneRowMoves();
+    void shouldAnswerCustomTreeManagersMoveSignalsWithItsOwnMoves();
     void shouldFailEveryChangeWithoutPanel();
 };
 
@@ -706,6 +708,23 @@ void tst_DeviceTreeChanges::shouldMoveRowsOnlyByOneRowMoves()
     QCOMPARE(Rows(tree), QString("custom_root_id(g1(c1,c2,c3),g2)"));
     QVERIFY(tree.MoveUpOneRow("c1", "g2") < 0);
     QVERIFY(tree.MoveDownOneRow("zz", "c1") < 0);
+}
+
+void tst_DeviceTreeChanges::shouldAnswerCustomTreeManagersMoveSignalsWithItsOwnMoves()
+{
+    // The tree connects the device layer's custom-tree manager when it is made: the manager's
+    // move signals move its rows, and the tree's result comes back to the emitter.
+    CLS_ChangeTree tree(nullptr, DEV_TREE_CUSTOM);
+    QVERIFY(BuildCustom(tree));
+    I_CustomTreeManage* pManage = DevManage::GetCustomTree();
+    QVERIFY(pManage != nullptr);
+
+    QCOMPARE(emit pManage->SignMoveUpOneRow("c2", "c1"), 0);
+    QCOMPARE(Rows(tree), QString("custom_root_id(g1(c2,c1,c3),g2)"));
+    QCOMPARE(emit pManage->SignMoveDownOneRow("c2", "c1"), 0);
+    QCOMPARE(Rows(tree), QString("custom_root_id(g1(c1,c2,c3),g2)"));
+    QVERIFY(emit pManage->SignMoveUpOneRow("c1", "g2") < 0); // not siblings
+    QCOMPARE(Rows(tree), QString("custom_root_id(g1(c1,c2,c3),g2)"));
 }
 
 void tst_DeviceTreeChanges::shouldFailEveryChangeWithoutPanel()

@@ -1,5 +1,6 @@
-// The custom-tree manager's interface: its seven signals in order, the two move signals carrying
-// the int of the connected slot back to the emitter, and a test implementation used through the base.
+// The custom-tree manager's interface: its seven signals in order, the two move signals declared with
+// an int result, and an abstract class with a virtual destructor. How the device tree answers the
+// move signals is tested with the reference device layer (tst_DeviceTreeChanges).
 
 #include "I_CustomTreeManage.h"
 
@@ -15,86 +16,7 @@ QString DescribeMethods(const QMetaObject& _metaObject)
         qlstMethods << QString::fromLatin1(_metaObject.method(i).methodSignature());
     return qlstMethods.join('\n');
 }
-
-CLS_CustomTreeNode MakeNode(const QString& _qstrTreeId, const QString& _qstrParentId)
-{
-    CLS_CustomTreeNode clsNode;
-    clsNode.m_qstrTreeId = _qstrTreeId;
-    clsNode.m_qstrTreeParentId = _qstrParentId;
-    return clsNode;
-}
 } // namespace
-
-// A custom-tree manager with one root "r" holding "a" and "b", and a lone root "s".
-class CLS_TestCustomTreeManage : public I_CustomTreeManage
-{
-public:
-    explicit CLS_TestCustomTreeManage(bool* _pblDestroyed = nullptr) : m_pblDestroyed(_pblDestroyed)
-    {
-        for (const CLS_CustomTreeNode& clsNode :
-             {MakeNode("r", ""), MakeNode("a", "r"), MakeNode("b", "r"), MakeNode("s", "")})
-            m_qmapNodes.insert(clsNode.m_qstrTreeId, clsNode);
-    }
-    ~CLS_TestCustomTreeManage() override
-    {
-        if (m_pblDestroyed != nullptr)
-            *m_pblDestroyed = true;
-    }
-
-    STRCT_DevResult GetAllNodes(QMap<QString, CLS_CustomTreeNode>& _qmapNodes, int _iFlag) override
-    {
-        m_qvecFlags << _iFlag;
-        for (auto it = m_qmapNodes.cbegin(); it != m_qmapNodes.cend(); ++it)
-            _qmapNodes.insert(it.key(), it.value());
-        return STRCT_DevResult();
-    }
-
-    STRCT_DevResult GetNodesOfRoot(const QString& _qstrRootId, QMap<QString, CLS_CustomTreeNode>& _qmapNodes,
-                                   int _iFlag) override
-    {
-        m_qvecFlags << _iFlag;
-        STRCT_DevResult stResult;
-        if (!m_qmapNodes.contains(_qstrRootId)) {
-            stResult.m_iCode = -1;
-            stResult.m_qstrMessage = "no such root";
-            return stResult;
-        }
-        _qmapNodes.insert(_qstrRootId, m_qmapNodes.value(_qstrRootId));
-        for (const CLS_CustomTreeNode& clsNode : m_qmapNodes) {
-            if (clsNode.m_qstrTreeParentId == _qstrRootId)
-                _qmapNodes.insert(clsNode.m_qstrTreeId, clsNode);
-        }
-        return stResult;
-    }
-
-    QVector<int> m_qvecFlags;
-
-private:
-    QMap<QString, CLS_CustomTreeNode> m_qmapNodes;
-    bool* m_pblDestroyed = nullptr;
-};
-
-// Stands in for a device tree: answers the move signals with a result of its own.
-class CLS_MoveReceiver : public QObject
-{
-    Q_OBJECT
-
-public:
-    QStringList m_qlstCalls;
-
-public slots:
-    int MoveUpOneRow(QString _qstrSrcId, QString _qstrDesId)
-    {
-        m_qlstCalls << "up " + _qstrSrcId + " " + _qstrDesId;
-        return 0;
-    }
-    int MoveDownOneRow(QString _qstrSrcId, QString _qstrDesId)
-    {
-        m_qlstCalls << "down " + _qstrSrcId + " " + _qstrDesId;
-        return -1;
-    }
-    int AnswerSeven(QString, QString) { return 7; }
-};
 
 class CLS_TestCustomTreeManageContract : public QObject
 {
@@ -105,14 +27,7 @@ private slots:
     void shouldDeclareSignalInOrder();
     void shouldDeclareSevenSignalsAndNoSlots();
     void shouldGiveMoveSignalsIntResult();
-    void shouldGiveSlotResultToEmitterOverDirectConnection();
-    void shouldGiveSlotResultThroughStringConnection();
-    void shouldGiveZeroWhenNoSlotAnswers();
     void shouldBeAbstract();
-    void shouldServeNodesThroughBasePointer();
-    void shouldAppendNodesOfRootWithRootItself();
-    void shouldReportUnknownRootWithNegativeCode();
-    void shouldRunDerivedDestructorThroughBasePointer();
 };
 
 void CLS_TestCustomTreeManageContract::shouldDeclareSignalInOrder_data()
@@ -190,94 +105,10 @@ void CLS_TestCustomTreeManageContract::shouldGiveMoveSignalsIntResult()
                       int>::value));
 }
 
-void CLS_TestCustomTreeManageContract::shouldGiveSlotResultToEmitterOverDirectConnection()
-{
-    CLS_TestCustomTreeManage clsManage;
-    CLS_MoveReceiver clsReceiver;
-    connect(&clsManage, &I_CustomTreeManage::SignMoveUpOneRow, &clsReceiver, &CLS_MoveReceiver::AnswerSeven,
-            Qt::DirectConnection);
-    connect(&clsManage, &I_CustomTreeManage::SignMoveDownOneRow, &clsReceiver,
-            &CLS_MoveReceiver::MoveDownOneRow, Qt::DirectConnection);
-
-    const int iUp = emit clsManage.SignMoveUpOneRow("a", "b");
-    const int iDown = emit clsManage.SignMoveDownOneRow("b", "a");
-
-    QCOMPARE(iUp, 7);
-    QCOMPARE(iDown, -1);
-    QCOMPARE(clsReceiver.m_qlstCalls, QStringList({"down b a"}));
-}
-
-void CLS_TestCustomTreeManageContract::shouldGiveSlotResultThroughStringConnection()
-{
-    CLS_TestCustomTreeManage clsManage;
-    CLS_MoveReceiver clsReceiver;
-    QVERIFY(connect(&clsManage, SIGNAL(SignMoveUpOneRow(QString, QString)), &clsReceiver,
-                    SLOT(AnswerSeven(QString, QString))));
-
-    QCOMPARE(emit clsManage.SignMoveUpOneRow("a", "b"), 7);
-}
-
-void CLS_TestCustomTreeManageContract::shouldGiveZeroWhenNoSlotAnswers()
-{
-    CLS_TestCustomTreeManage clsManage;
-    QCOMPARE(emit clsManage.SignMoveUpOneRow("a", "b"), 0);
-    QCOMPARE(emit clsManage.SignMoveDownOneRow("a", "b"), 0);
-}
-
 void CLS_TestCustomTreeManageContract::shouldBeAbstract()
 {
     QVERIFY(std::is_abstract<I_CustomTreeManage>::value);
     QVERIFY(std::has_virtual_destructor<I_CustomTreeManage>::value);
-    QVERIFY(!std::is_abstract<CLS_TestCustomTreeManage>::value);
-}
-
-void CLS_TestCustomTreeManageContract::shouldServeNodesThroughBasePointer()
-{
-    CLS_TestCustomTreeManage clsManage;
-    I_CustomTreeManage* pManage = &clsManage;
-    QMap<QString, CLS_CustomTreeNode> qmapNodes;
-    qmapNodes.insert("kept", MakeNode("kept", "")); // output maps are appended to
-
-    const STRCT_DevResult stResult = pManage->GetAllNodes(qmapNodes, 0);
-
-    QCOMPARE(stResult.m_iCode, 0);
-    QCOMPARE(qmapNodes.keys(), QStringList({"a", "b", "kept", "r", "s"}));
-    QCOMPARE(qmapNodes.value("a").m_qstrTreeParentId, QString("r"));
-    QCOMPARE(clsManage.m_qvecFlags, QVector<int>({0}));
-}
-
-void CLS_TestCustomTreeManageContract::shouldAppendNodesOfRootWithRootItself()
-{
-    CLS_TestCustomTreeManage clsManage;
-    I_CustomTreeManage* pManage = &clsManage;
-    QMap<QString, CLS_CustomTreeNode> qmapNodes;
-
-    const STRCT_DevResult stResult = pManage->GetNodesOfRoot("r", qmapNodes, 0);
-
-    QVERIFY(stResult.m_iCode >= 0);
-    QCOMPARE(qmapNodes.keys(), QStringList({"a", "b", "r"}));
-}
-
-void CLS_TestCustomTreeManageContract::shouldReportUnknownRootWithNegativeCode()
-{
-    CLS_TestCustomTreeManage clsManage;
-    I_CustomTreeManage* pManage = &clsManage;
-    QMap<QString, CLS_CustomTreeNode> qmapNodes;
-
-    const STRCT_DevResult stResult = pManage->GetNodesOfRoot("missing", qmapNodes, 0);
-
-    QVERIFY(stResult.m_iCode < 0);
-    QVERIFY(qmapNodes.isEmpty());
-}
-
-void CLS_TestCustomTreeManageContract::shouldRunDerivedDestructorThroughBasePointer()
-{
-    bool blDestroyed = false;
-    I_CustomTreeManage* pManage = new CLS_TestCustomTreeManage(&blDestroyed);
-    QSignalSpy spyDestroyed(pManage, &QObject::destroyed);
-    delete pManage;
-    QVERIFY(blDestroyed);
-    QCOMPARE(spyDestroyed.count(), 1);
 }
 
 QTEST_GUILESS_MAIN(CLS_TestCustomTreeManageContract)

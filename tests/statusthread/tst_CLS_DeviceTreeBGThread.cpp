@@ -35,6 +35,14 @@ int Calls(const char* _pOperation)
     return DevManageCtl_CallCount(_pOperation);
 }
 
+// Whether the thread spends _iTicks more ticks in its wait between passes within five seconds: each
+// tick asks the application manager for the app once, and nothing else here does.
+bool WaitTicks(int _iTicks)
+{
+    const int iBefore = LxAppManagerCtl_CallCount("GetApp");
+    return QTest::qWaitFor([&] { return LxAppManagerCtl_CallCount("GetApp") >= iBefore + _iTicks; }, 5000);
+}
+
 } // namespace
 
 class tst_CLS_DeviceTreeBGThread : public QObject
@@ -141,8 +149,11 @@ void tst_CLS_DeviceTreeBGThread::shouldRefuseStartWhileRunningAndKeepCache()
     QCOMPARE(clsRig.m_clsThread.Start(), -1);
 
     QCOMPARE(clsRig.m_clsThread.CacheText(), FirstReportOfTwoHosts());
-    // A cleared cache would bring a full report within a tick or two.
-    QTest::qWait(1500);
+    // A cleared cache would end the wait at its first tick and bring a full report: two ticks of
+    // the wait without a second pass show that it was kept.
+    QVERIFY(WaitTicks(2));
+    QCOMPARE(clsRig.m_clsThread.PassesDone(), 1);
+    QCoreApplication::sendPostedEvents();
     QCOMPARE(clsRig.m_clsTree.Texts(), QStringList({FirstReportOfTwoHosts()}));
     QCOMPARE(clsRig.m_clsThread.State(), 1);
 }
@@ -176,7 +187,8 @@ void tst_CLS_DeviceTreeBGThread::shouldLeaveRunAtOnceWhenStartWasNotCalled()
     QCOMPARE(Calls("GetResourceTree"), 0);
     QCOMPARE(Calls("ListItemsOfType"), 0);
     QCOMPARE(clsRig.m_clsThread.State(), 0);
-    QTest::qWait(100);
+    QCOMPARE(clsRig.m_clsThread.PassesDone(), 0);
+    QCoreApplication::sendPostedEvents(); // anything run() had emitted arrives now
     QCOMPARE(clsRig.m_clsTree.Count(), 0);
 }
 
@@ -192,7 +204,9 @@ void tst_CLS_DeviceTreeBGThread::shouldReportEveryChannelWithImageFlagOnFirstPas
     QTRY_COMPARE_WITH_TIMEOUT(clsRig.m_clsTree.Count(), 1, CONST_FIRST_REPORT_MSECS);
     QCOMPARE(clsRig.m_clsTree.Texts(), QStringList({FirstReportOfTwoHosts()}));
     QCOMPARE(clsRig.m_clsThread.CacheText(), FirstReportOfTwoHosts());
-    QTest::qWait(300);
+    QVERIFY(WaitTicks(2));
+    QCOMPARE(clsRig.m_clsThread.PassesDone(), 1);
+    QCoreApplication::sendPostedEvents();
     QCOMPARE(clsRig.m_clsTree.Count(), 1); // then the wait: nothing more
 }
 
@@ -264,7 +278,7 @@ void tst_CLS_DeviceTreeBGThread::shouldEndRunWithinTicksWhenStoppedDuringWait()
     CLS_ThreadRig clsRig;
     clsRig.Run();
     QTRY_COMPARE_WITH_TIMEOUT(clsRig.m_clsTree.Count(), 1, CONST_FIRST_REPORT_MSECS);
-    QTest::qWait(200); // well inside the wait of about ten seconds
+    QVERIFY(WaitTicks(1)); // inside the wait of about ten seconds
 
     QCOMPARE(clsRig.m_clsThread.Stop(), 0);
 
@@ -302,7 +316,7 @@ void tst_CLS_DeviceTreeBGThread::shouldEndPausedRunAtStartOfNextPass()
     QVERIFY(clsRig.WaitEnd(2000));
     QCOMPARE(clsRig.m_clsThread.State(), 2);
     QCOMPARE(Calls("ListItemsOfType"), 1);
-    QTest::qWait(100);
+    QCoreApplication::sendPostedEvents(); // anything run() had emitted arrives now
     QCOMPARE(clsRig.m_clsTree.Count(), 1);
 }
 
@@ -354,8 +368,9 @@ void tst_CLS_DeviceTreeBGThread::shouldRunAgainWithOldCacheAfterApplicationExit(
     QCOMPARE(clsRig.m_clsThread.CacheText(), FirstReportOfTwoHosts());
     clsRig.m_clsThread.start(QThread::InheritPriority);
 
-    QTRY_COMPARE_WITH_TIMEOUT(Calls("ListIdsOfType"), 2, CONST_FIRST_REPORT_MSECS); // a second pass ran
-    QTest::qWait(300);
+    QTRY_COMPARE_WITH_TIMEOUT(clsRig.m_clsThread.PassesDone(), 2, CONST_FIRST_REPORT_MSECS); // a second pass
+    QCOMPARE(Calls("ListIdsOfType"), 2);
+    QCoreApplication::sendPostedEvents();
     QCOMPARE(clsRig.m_clsTree.Count(), 1); // against the old cache nothing is new
     QVERIFY(clsRig.m_clsThread.isRunning());
 }
@@ -480,8 +495,9 @@ void tst_CLS_DeviceTreeBGThread::shouldDropPassAndRetryAtOnceWhenIdListFails()
     clsRig.Run();
 
     // The retry comes at once, not after a wait.
-    QTRY_VERIFY_WITH_TIMEOUT(Calls("ListIdsOfType") >= 2, 5000);
-    QTest::qWait(300);
+    QTRY_VERIFY_WITH_TIMEOUT(clsRig.m_clsThread.PassesDone() >= 2, 5000);
+    QCOMPARE(Calls("ListIdsOfType"), 2);
+    QCoreApplication::sendPostedEvents();
     QCOMPARE(clsRig.m_clsTree.Count(), 0); // the first pass's changes are lost
     QCOMPARE(clsRig.m_clsThread.CacheText(), FirstReportOfTwoHosts());
     QCOMPARE(Calls("ListItemsOfType"), 2);
@@ -507,12 +523,16 @@ void tst_CLS_DeviceTreeBGThread::shouldSpinAndLogWhileDeviceFactoryIsMissing()
 
     DevManageCtl_SetObjectAvailable("GetDevFactory", 1);
 
-    QTRY_VERIFY_WITH_TIMEOUT(Calls("ListIdsOfType") >= 1, 5000);
-    QTest::qWait(300);
+    // Only a pass that found the factory goes on to the wait.
+    QVERIFY(WaitTicks(1));
+    QVERIFY(Calls("ListIdsOfType") >= 1);
+    QCoreApplication::sendPostedEvents();
     QCOMPARE(clsRig.m_clsTree.Count(), 0); // the cache took those channels in already
     clsLog.Clear();
-    QTest::qWait(200);
-    QCOMPARE(clsLog.Lines(), QStringList()); // and the spinning has stopped
+    const int iPasses = clsRig.m_clsThread.PassesDone();
+    QVERIFY(WaitTicks(2));
+    QCOMPARE(clsRig.m_clsThread.PassesDone(), iPasses); // and the spinning has stopped
+    QCOMPARE(clsLog.Lines(), QStringList());
 }
 
 // ---- what the two passes read -------------------------------------------------------------------

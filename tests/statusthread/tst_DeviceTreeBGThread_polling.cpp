@@ -72,9 +72,10 @@ void tst_DeviceTreeBGThread_polling::shouldEmitNothingWhenNothingChanged()
     clsRig.Run();
     QTRY_COMPARE_WITH_TIMEOUT(clsRig.m_clsTree.Count(), 1, CONST_FIRST_REPORT_MSECS);
 
-    // Wait for a second pass to reach its second half, then for its end.
-    QTRY_VERIFY_WITH_TIMEOUT(Calls("ListIdsOfType") >= 2, CONST_NEXT_PASS_MSECS);
-    QTest::qWait(500);
+    // Wait for the end of a second pass; what it emitted, if anything, is posted by then.
+    QTRY_VERIFY_WITH_TIMEOUT(clsRig.m_clsThread.PassesDone() >= 2, CONST_NEXT_PASS_MSECS);
+    QVERIFY(Calls("ListIdsOfType") >= 2);
+    QCoreApplication::sendPostedEvents();
 
     QCOMPARE(clsRig.m_clsTree.Count(), 1);
     QCOMPARE(clsRig.m_clsThread.CacheText(), FirstReportOfTwoHosts());
@@ -89,8 +90,10 @@ void tst_DeviceTreeBGThread_polling::shouldNotReportChannelsFirstSeenWithoutFact
     clsRig.Run();
     QTRY_VERIFY_WITH_TIMEOUT(clsLog.Count(CONST_qstrLogNoFactory) >= 1, CONST_FIRST_REPORT_MSECS);
     DevManageCtl_SetObjectAvailable("GetDevFactory", 1);
-    QTRY_VERIFY_WITH_TIMEOUT(Calls("ListIdsOfType") >= 1, CONST_FIRST_REPORT_MSECS);
-    QTest::qWait(300);
+    // Only a pass that found the factory goes on to the wait, whose every tick asks for the app.
+    QTRY_VERIFY_WITH_TIMEOUT(LxAppManagerCtl_CallCount("GetApp") >= 1, CONST_FIRST_REPORT_MSECS);
+    QVERIFY(Calls("ListIdsOfType") >= 1);
+    QCoreApplication::sendPostedEvents();
     QCOMPARE(clsRig.m_clsTree.Count(), 0);
 
     DevManageCtl_SetStatus("chB1", 0);
