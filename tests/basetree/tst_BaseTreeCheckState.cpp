@@ -20,19 +20,7 @@ namespace {
 //   s (3)
 QMap<QString, CLS_TreeItem> SampleTree()
 {
-    QMap<QString, CLS_TreeItem> qmapItems;
-    Add(qmapItems, MakeItem("root", QString(), 0));
-    Add(qmapItems, MakeItem("g", "root", 1));
-    Add(qmapItems, MakeItem("p1", "g", 1));
-    Add(qmapItems, MakeItem("x1", "p1", 1));
-    Add(qmapItems, MakeItem("x2", "p1", 2));
-    Add(qmapItems, MakeItem("p2", "g", 2));
-    Add(qmapItems, MakeItem("y1", "p2", 1));
-    Add(qmapItems, MakeItem("p", "root", 2));
-    Add(qmapItems, MakeItem("l1", "p", 1));
-    Add(qmapItems, MakeItem("l2", "p", 2));
-    Add(qmapItems, MakeItem("s", "root", 3));
-    return qmapItems;
+    return ItemsOf("root", "g(p1(x1,x2),p2(y1)),p(l1,l2),s");
 }
 
 // All rows with their states, "g:0 p1:0 ...", in row order.
@@ -93,9 +81,7 @@ void tst_BaseTreeCheckState::initTestCase()
 
 void tst_BaseTreeCheckState::cleanup()
 {
-    QStringList qlstLeaked;
-    for (QWidget* pWidget : QApplication::topLevelWidgets())
-        qlstLeaked << QString("%1 \"%2\"").arg(pWidget->metaObject()->className(), pWidget->objectName());
+    const QStringList qlstLeaked = LeakedTopLevels();
     QVERIFY2(qlstLeaked.isEmpty(), qPrintable("top-level widgets left: " + qlstLeaked.join(", ")));
 }
 

@@ -30,28 +30,12 @@ const char* const CONST_pMimeType = "application/x-qabstractitemmodeldatalist";
 //   d (4), not enabled
 QMap<QString, CLS_TreeItem> SampleTree()
 {
-    QMap<QString, CLS_TreeItem> qmapItems;
-    Add(qmapItems, MakeItem("root", QString(), 0));
-    Add(qmapItems, MakeItem("a", "root", 1));
-    Add(qmapItems, MakeItem("a1", "a", 1));
-    Add(qmapItems, MakeItem("a2", "a", 2));
-    Add(qmapItems, MakeItem("b", "root", 2));
-    Add(qmapItems, MakeItem("c", "root", 3));
-    CLS_TreeItem clsDisabled = MakeItem("d", "root", 4);
-    clsDisabled.m_iItemFlags = Qt::ItemIsSelectable | Qt::ItemIsDropEnabled;
-    Add(qmapItems, clsDisabled);
+    QMap<QString, CLS_TreeItem> qmapItems = ItemsOf("root", "a(a1,a2),b,c,d");
+    qmapItems["d"].m_iItemFlags = Qt::ItemIsSelectable | Qt::ItemIsDropEnabled;
     return qmapItems;
 }
 
 const QString CONST_qstrSample = "a(a1,a2),b,c,d";
-
-bool ShowTree(CLS_TestBaseTree& _tree)
-{
-    _tree.expandAll();
-    _tree.resize(300, 300);
-    _tree.show();
-    return QTest::qWaitForWindowExposed(&_tree);
-}
 
 // One row "copy" in the item-model stream, which the base class inserts when it handles a drop
 // itself. It shows whether, and when, the base class's drop ran.
@@ -146,9 +130,7 @@ void tst_BaseTreeDragDrop::initTestCase()
 
 void tst_BaseTreeDragDrop::cleanup()
 {
-    QStringList qlstLeaked;
-    for (QWidget* pWidget : QApplication::topLevelWidgets())
-        qlstLeaked << QString("%1 \"%2\"").arg(pWidget->metaObject()->className(), pWidget->objectName());
+    const QStringList qlstLeaked = LeakedTopLevels();
     QVERIFY2(qlstLeaked.isEmpty(), qPrintable("top-level widgets left: " + qlstLeaked.join(", ")));
 }
 

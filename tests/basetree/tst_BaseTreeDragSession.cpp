@@ -24,28 +24,12 @@ namespace {
 //   e (4): e1 (1), e2 (2)
 QMap<QString, CLS_TreeItem> SampleTree()
 {
-    QMap<QString, CLS_TreeItem> qmapItems;
-    Add(qmapItems, MakeItem("root", QString(), 0));
-    Add(qmapItems, MakeItem("a", "root", 1));
-    CLS_TreeItem clsB = MakeItem("b", "root", 2);
-    clsB.m_qvecButtons << MakeButton("bb");
-    Add(qmapItems, clsB);
-    Add(qmapItems, MakeItem("c", "root", 3));
-    Add(qmapItems, MakeItem("e", "root", 4));
-    Add(qmapItems, MakeItem("e1", "e", 1));
-    Add(qmapItems, MakeItem("e2", "e", 2));
+    QMap<QString, CLS_TreeItem> qmapItems = ItemsOf("root", "a,b,c,e(e1,e2)");
+    qmapItems["b"].m_qvecButtons << MakeButton("bb");
     return qmapItems;
 }
 
 const QString CONST_qstrSample = "a,b,c,e(e1,e2)";
-
-bool ShowTree(CLS_TestBaseTree& _tree)
-{
-    _tree.expandAll();
-    _tree.resize(300, 300);
-    _tree.show();
-    return QTest::qWaitForWindowExposed(&_tree);
-}
 
 // Presses on a row, moves far enough to start the drag, and, inside the drag, moves over the
 // target (a viewport point) and releases there. _fnOverTarget runs just before the release.
@@ -103,9 +87,7 @@ void tst_BaseTreeDragSession::initTestCase()
 
 void tst_BaseTreeDragSession::cleanup()
 {
-    QStringList qlstLeaked;
-    for (QWidget* pWidget : QApplication::topLevelWidgets())
-        qlstLeaked << QString("%1 \"%2\"").arg(pWidget->metaObject()->className(), pWidget->objectName());
+    const QStringList qlstLeaked = LeakedTopLevels();
     QVERIFY2(qlstLeaked.isEmpty(), qPrintable("top-level widgets left: " + qlstLeaked.join(", ")));
 }
 

@@ -27,19 +27,7 @@ namespace {
 //   e (3)
 QMap<QString, CLS_TreeItem> SampleTree()
 {
-    QMap<QString, CLS_TreeItem> qmapItems;
-    Add(qmapItems, MakeItem("root", QString(), 0));
-    Add(qmapItems, MakeItem("p", "root", 1));
-    Add(qmapItems, MakeItem("c1", "p", 1));
-    Add(qmapItems, MakeItem("c3a", "p", 3));
-    Add(qmapItems, MakeItem("c3b", "p", 3));
-    Add(qmapItems, MakeItem("c7", "p", 7));
-    Add(qmapItems, MakeItem("q", "root", 2));
-    Add(qmapItems, MakeItem("q1", "q", 1));
-    Add(qmapItems, MakeItem("q11", "q1", 1));
-    Add(qmapItems, MakeItem("q111", "q11", 1));
-    Add(qmapItems, MakeItem("e", "root", 3));
-    return qmapItems;
+    return ItemsOf("root", "p(c1,c3a:3,c3b:3,c7:7),q(q1(q11(q111))),e");
 }
 
 const QString CONST_qstrSample = "p(c1,c3a,c3b,c7),q(q1(q11(q111))),e";
@@ -134,9 +122,7 @@ void tst_BaseTreeEditing::initTestCase()
 
 void tst_BaseTreeEditing::cleanup()
 {
-    QStringList qlstLeaked;
-    for (QWidget* pWidget : QApplication::topLevelWidgets())
-        qlstLeaked << QString("%1 \"%2\"").arg(pWidget->metaObject()->className(), pWidget->objectName());
+    const QStringList qlstLeaked = LeakedTopLevels();
     QVERIFY2(qlstLeaked.isEmpty(), qPrintable("top-level widgets left: " + qlstLeaked.join(", ")));
 }
 

@@ -25,16 +25,8 @@ namespace {
 //   d (4), not enabled
 QMap<QString, CLS_TreeItem> SampleTree()
 {
-    QMap<QString, CLS_TreeItem> qmapItems;
-    Add(qmapItems, MakeItem("root", QString(), 0));
-    Add(qmapItems, MakeItem("a", "root", 1));
-    Add(qmapItems, MakeItem("a1", "a", 1));
-    Add(qmapItems, MakeItem("a2", "a", 2));
-    Add(qmapItems, MakeItem("b", "root", 2));
-    Add(qmapItems, MakeItem("c", "root", 3));
-    CLS_TreeItem clsDisabled = MakeItem("d", "root", 4);
-    clsDisabled.m_iItemFlags = Qt::ItemIsSelectable;
-    Add(qmapItems, clsDisabled);
+    QMap<QString, CLS_TreeItem> qmapItems = ItemsOf("root", "a(a1,a2),b,c,d");
+    qmapItems["d"].m_iItemFlags = Qt::ItemIsSelectable;
     return qmapItems;
 }
 
@@ -65,14 +57,6 @@ void DoubleClick(CLS_TestBaseTree& _tree, const QPoint& _pos)
     QTest::mouseClick(_tree.viewport(), Qt::LeftButton, Qt::NoModifier, _pos);
     QTest::mouseDClick(_tree.viewport(), Qt::LeftButton, Qt::NoModifier, _pos);
     QTest::mouseRelease(_tree.viewport(), Qt::LeftButton, Qt::NoModifier, _pos);
-}
-
-bool ShowTree(CLS_TestBaseTree& _tree)
-{
-    _tree.expandAll();
-    _tree.resize(300, 300);
-    _tree.show();
-    return QTest::qWaitForWindowExposed(&_tree);
 }
 
 // "ha:1 hb:0 ha1:0", the current page of each two-page stack.
@@ -155,9 +139,7 @@ void tst_BaseTreeInteraction::initTestCase()
 
 void tst_BaseTreeInteraction::cleanup()
 {
-    QStringList qlstLeaked;
-    for (QWidget* pWidget : QApplication::topLevelWidgets())
-        qlstLeaked << QString("%1 \"%2\"").arg(pWidget->metaObject()->className(), pWidget->objectName());
+    const QStringList qlstLeaked = LeakedTopLevels();
     QVERIFY2(qlstLeaked.isEmpty(), qPrintable("top-level widgets left: " + qlstLeaked.join(", ")));
 }
 

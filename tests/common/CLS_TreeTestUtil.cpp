@@ -8,6 +8,7 @@
 #include <QStackedWidget>
 #include <QStyle>
 #include <QStyleOptionViewItem>
+#include <QTest>
 
 namespace CLS_TreeTestUtil {
 
@@ -21,6 +22,63 @@ CLS_TreeItem MakeItem(const QString& _qstrId, const QString& _qstrParentId, int 
     clsItem.m_qstrText = _qstrText.isEmpty() ? _qstrId : _qstrText;
     clsItem.m_qstrTooltip = "tip " + _qstrId;
     return clsItem;
+}
+
+namespace {
+
+// One list of siblings of ItemsOf from _iAt, up to its closing parenthesis or the end.
+void AddRows(const QString& _qstrRows, int& _iAt, const QString& _qstrParentId,
+             QMap<QString, CLS_TreeItem>& _qmapItems)
+{
+    for (int iPlace = 1; _iAt < _qstrRows.size(); ++iPlace) {
+        const int iStart = _iAt;
+        while (_iAt < _qstrRows.size() && !QStringLiteral(",():").contains(_qstrRows.at(_iAt)))
+            ++_iAt;
+        const QString qstrId = _qstrRows.mid(iStart, _iAt - iStart).trimmed();
+        int iSortNo = iPlace;
+        if (_iAt < _qstrRows.size() && _qstrRows.at(_iAt) == ':') {
+            const int iNumber = ++_iAt;
+            while (_iAt < _qstrRows.size() && _qstrRows.at(_iAt).isDigit())
+                ++_iAt;
+            iSortNo = _qstrRows.mid(iNumber, _iAt - iNumber).toInt();
+        }
+        Add(_qmapItems, MakeItem(qstrId, _qstrParentId, iSortNo));
+        if (_iAt < _qstrRows.size() && _qstrRows.at(_iAt) == '(') {
+            ++_iAt;
+            AddRows(_qstrRows, _iAt, qstrId, _qmapItems);
+            ++_iAt; // ')'
+        }
+        if (_iAt >= _qstrRows.size() || _qstrRows.at(_iAt) != ',')
+            return;
+        ++_iAt;
+    }
+}
+
+} // namespace
+
+QMap<QString, CLS_TreeItem> ItemsOf(const QString& _qstrRootId, const QString& _qstrRows)
+{
+    QMap<QString, CLS_TreeItem> qmapItems;
+    Add(qmapItems, MakeItem(_qstrRootId, QString(), 0));
+    int iAt = 0;
+    AddRows(_qstrRows, iAt, _qstrRootId, qmapItems);
+    return qmapItems;
+}
+
+bool ShowTree(CLS_TestBaseTree& _tree)
+{
+    _tree.expandAll();
+    _tree.resize(300, 300);
+    _tree.show();
+    return QTest::qWaitForWindowExposed(&_tree);
+}
+
+QStringList LeakedTopLevels()
+{
+    QStringList qlstLeaked;
+    for (QWidget* pWidget : QApplication::topLevelWidgets())
+        qlstLeaked << QString("%1 \"%2\"").arg(pWidget->metaObject()->className(), pWidget->objectName());
+    return qlstLeaked;
 }
 
 CLS_ItemButton MakeButton(const QString& _qstrId, bool _blCheckable, bool _blChecked)

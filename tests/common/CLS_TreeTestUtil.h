@@ -25,6 +25,17 @@ CLS_ItemButton MakeButton(const QString& _qstrId, bool _blCheckable = false, boo
 // Adds a record to a map by its id.
 void Add(QMap<QString, CLS_TreeItem>& _qmapItems, const CLS_TreeItem& _clsItem);
 
+// The records of a tree written as its rows: "a(a1,a2),b:5,c" under the root record _qstrRootId
+// (no parent, number 0). Siblings are numbered by place from 1 unless ":n" gives the number; each
+// record is MakeItem's.
+QMap<QString, CLS_TreeItem> ItemsOf(const QString& _qstrRootId, const QString& _qstrRows);
+
+// Expands every row, shows the tree at 300 x 300 and waits until it is on the screen.
+bool ShowTree(CLS_TestBaseTree& _tree);
+
+// Top-level widgets still alive, as "Class \"name\"": a test's cleanup expects none.
+QStringList LeakedTopLevels();
+
 // Ids of records, in vector order.
 QStringList Ids(const QVector<CLS_TreeItem>& _qvecItems);
 

@@ -1,6 +1,7 @@
 // The style sheets of both skins: Qt parses them without a complaint on a tree panel, they take
-// effect there, they address objects the panel really has, the scaled sheet doubles every size,
-// and their relative image paths are ones the style loader rewrites.
+// effect there, they address objects the panel really has, the scaled sheet keeps every size of
+// the plain one (Qt scales them by the factor itself), and their relative image paths are ones the
+// style loader rewrites.
 
 #include "SkinTestFiles.h"
 
@@ -162,8 +163,8 @@ private slots:
     void shouldPaintTreeInSkinColours();
     void shouldAddressObjectsThePanelHas_data();
     void shouldAddressObjectsThePanelHas();
-    void shouldDoubleEverySizeInScaledSheet_data();
-    void shouldDoubleEverySizeInScaledSheet();
+    void shouldKeepEverySizeInScaledSheet_data();
+    void shouldKeepEverySizeInScaledSheet();
     void shouldKeepRelativePathsAwayFromStart_data();
     void shouldKeepRelativePathsAwayFromStart();
     void shouldPointAtImagesOfTheSameSkin_data();
@@ -359,7 +360,7 @@ void CLS_TestSkinSheets::shouldAddressObjectsThePanelHas()
     QVERIFY(iIds >= 5);
 }
 
-void CLS_TestSkinSheets::shouldDoubleEverySizeInScaledSheet_data()
+void CLS_TestSkinSheets::shouldKeepEverySizeInScaledSheet_data()
 {
     QTest::addColumn<QString>("_qstrSkin");
     for (const QString& qstrSkin : SkinTest::SkinNames()) {
@@ -367,8 +368,10 @@ void CLS_TestSkinSheets::shouldDoubleEverySizeInScaledSheet_data()
     }
 }
 
-// Same rules in the same order; each size doubled, except on a line marked "unscaled".
-void CLS_TestSkinSheets::shouldDoubleEverySizeInScaledSheet()
+// Same rules in the same order, with the same sizes: Qt multiplies the lengths of a sheet by
+// QT_SCALE_FACTOR, so a size doubled here would be doubled twice on the screen. Image paths may
+// differ.
+void CLS_TestSkinSheets::shouldKeepEverySizeInScaledSheet()
 {
     QFETCH(QString, _qstrSkin);
 
@@ -381,9 +384,7 @@ void CLS_TestSkinSheets::shouldDoubleEverySizeInScaledSheet()
     QVERIFY(qlstPlain.size() >= 20);
     QCOMPARE(qlstScaled.size(), qlstPlain.size());
     for (int i = 0; i < qlstPlain.size(); ++i) {
-        const bool blUnscaled = qlstScaled.at(i).second.contains("unscaled");
-        const double dExpected = blUnscaled ? qlstPlain.at(i).first : 2.0 * qlstPlain.at(i).first;
-        QVERIFY2(qFuzzyCompare(1.0 + qlstScaled.at(i).first, 1.0 + dExpected),
+        QVERIFY2(qFuzzyCompare(1.0 + qlstScaled.at(i).first, 1.0 + qlstPlain.at(i).first),
                  qPrintable(QString("\"%1\" against \"%2\"")
                                 .arg(qlstScaled.at(i).second.trimmed(), qlstPlain.at(i).second.trimmed())));
     }
