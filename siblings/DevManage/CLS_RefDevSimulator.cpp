@@ -33,6 +33,7 @@ int CLS_RefDevSimulator::Start(int _iChangesPerSecond, unsigned int _uiSeed)
         m_vecJournal.clear();
     }
     m_iChanges.store(0);
+    m_iSteps.store(0);
     m_thread = std::thread(&CLS_RefDevSimulator::Run, this, _iChangesPerSecond, _uiSeed);
     return 0;
 }
@@ -60,6 +61,11 @@ bool CLS_RefDevSimulator::IsRunning()
 int CLS_RefDevSimulator::Changes() const
 {
     return m_iChanges.load();
+}
+
+int CLS_RefDevSimulator::Steps() const
+{
+    return m_iSteps.load();
 }
 
 std::vector<std::string> CLS_RefDevSimulator::Journal()
@@ -95,6 +101,7 @@ void CLS_RefDevSimulator::Run(int _iChangesPerSecond, unsigned int _uiSeed)
             }
             m_iChanges.fetch_add(1);
         }
+        m_iSteps.fetch_add(1);
         ++llEvent;
         if (Clock::now() - tpDue > std::chrono::seconds(1)) {
             tpStart = Clock::now();

@@ -30,6 +30,8 @@ public:
     bool IsRunning();
     // Events applied since the last Start.
     int Changes() const;
+    // Events that came due since the last Start, whether or not they found something to change.
+    int Steps() const;
     // The first events of the last run as "id=status", at most CONST_iJournalSize of them: what a
     // seed picks, for a test to compare runs.
     std::vector<std::string> Journal();
@@ -46,5 +48,6 @@ private:
     bool m_blStop = false;
     std::thread m_thread; // owned; joined by Stop
     std::atomic<int> m_iChanges{0};
+    std::atomic<int> m_iSteps{0};
     std::vector<std::string> m_vecJournal;
 };

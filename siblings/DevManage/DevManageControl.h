@@ -165,6 +165,10 @@ void DevManageCtl_StopSimulation(void);
  * counts once however many channels a host takes with it. */
 int DevManageCtl_SimulationChanges(void);
 
+/* Events that came due since the last DevManageCtl_StartSimulation, whether or not they found
+ * something to change: how far a run has got, for a test that waits on it. */
+int DevManageCtl_SimulationSteps(void);
+
 /* ---- custom tree -------------------------------------------------------------------------- */
 
 /* Adds or replaces the custom-tree node _pTreeId. The roots "custom_root_id", "favorite_root_id"

@@ -346,3 +346,8 @@ extern "C" int DevManageCtl_SimulationChanges(void)
 {
     return CLS_RefDevSimulator::Instance().Changes();
 }
+
+extern "C" int DevManageCtl_SimulationSteps(void)
+{
+    return CLS_RefDevSimulator::Instance().Steps();
+}

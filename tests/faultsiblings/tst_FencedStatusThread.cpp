@@ -99,8 +99,10 @@ void tst_FencedStatusThread::shouldTakeAThrowingLoopOperationAsItsFailure()
     QCOMPARE(FaultCtl_Thrown(qbaOperation.constData()), 1);
 
     if (firstReport.isEmpty()) {
-        // The first pass's changes are lost: nothing is reported until the cache is cleared.
-        QTest::qWait(1500);
+        // The first pass's changes are lost: the pass after it finds nothing new, and nothing is
+        // reported until the cache is cleared.
+        QTRY_VERIFY_WITH_TIMEOUT(clsRig.m_clsThread.PassesDone() >= 2, 5000);
+        QCoreApplication::sendPostedEvents();
         QCOMPARE(clsRig.m_clsTree.Texts(), QStringList());
     } else {
         QTRY_COMPARE_WITH_TIMEOUT(clsRig.m_clsTree.Count(), 1, 5000);
