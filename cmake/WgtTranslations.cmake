@@ -1,8 +1,10 @@
-# Translations of the library's own texts. Each translations/<name>.ts is compiled with lrelease
-# into <name>.qm at build time; the .qm files are embedded in the library as resources under
-# ":/WgtTreeWidget/i18n" (where CLS_WgtTranslator loads them) and installed beside the library.
+# Translations of the library's own texts, and of the demo's. Each translations/<name>.ts is compiled
+# with lrelease into <name>.qm at build time; the .qm files are embedded in the target as resources
+# under RESOURCE_PREFIX, by default ":/WgtTreeWidget/i18n" (where CLS_WgtTranslator loads them), and
+# installed to INSTALL_DESTINATION when one is given.
 #
-#   wgt_add_translations(<target> TS_FILES <files...> INSTALL_DESTINATION <dir>)
+#   wgt_add_translations(<target> TS_FILES <files...> [RESOURCE_PREFIX <prefix>]
+#                        [INSTALL_DESTINATION <dir>])
 #
 # Linguist's tools are found through the Qt package of the major version in use (WGT_QT_MAJOR,
 # taken from QT_VERSION_MAJOR when the project sets it, else 5), with a plain program search as
@@ -40,7 +42,12 @@ if(NOT TARGET ${wgt_qt}::rcc)
 endif()
 
 function(wgt_add_translations target)
-    cmake_parse_arguments(ARG "" "INSTALL_DESTINATION" "TS_FILES" ${ARGN})
+    cmake_parse_arguments(ARG "" "INSTALL_DESTINATION;RESOURCE_PREFIX" "TS_FILES" ${ARGN})
+    if(NOT ARG_RESOURCE_PREFIX)
+        set(ARG_RESOURCE_PREFIX /WgtTreeWidget/i18n)
+    endif()
+    # The resource's name goes into the names of its init functions: letters, digits and '_' only.
+    string(MAKE_C_IDENTIFIER "${target}_i18n" resource_name)
     set(qm_dir ${CMAKE_CURRENT_BINARY_DIR}/translations)
     file(MAKE_DIRECTORY ${qm_dir})
 
@@ -63,13 +70,13 @@ function(wgt_add_translations target)
     # resource isn't compiled again at every configure.
     set(qrc ${qm_dir}/${target}_i18n.qrc)
     file(WRITE ${qrc}.in
-        "<!DOCTYPE RCC>\n<RCC version=\"1.0\">\n    <qresource prefix=\"/WgtTreeWidget/i18n\">\n"
+        "<!DOCTYPE RCC>\n<RCC version=\"1.0\">\n    <qresource prefix=\"${ARG_RESOURCE_PREFIX}\">\n"
         "${qrc_entries}    </qresource>\n</RCC>\n")
     configure_file(${qrc}.in ${qrc} COPYONLY)
 
     set(qrc_cpp ${qm_dir}/qrc_${target}_i18n.cpp)
     add_custom_command(OUTPUT ${qrc_cpp}
-        COMMAND ${wgt_qt}::rcc --name ${target}_i18n --output ${qrc_cpp} ${qrc}
+        COMMAND ${wgt_qt}::rcc --name ${resource_name} --output ${qrc_cpp} ${qrc}
         DEPENDS ${qrc} ${qm_files}
         COMMENT "rcc ${target}_i18n.qrc"
         VERBATIM)

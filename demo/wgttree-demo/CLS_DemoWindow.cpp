@@ -1,5 +1,6 @@
 #include "CLS_DemoWindow.h"
 
+#include "CLS_DemoEventLog.h"
 #include "CLS_DemoLayoutPane.h"
 #include "CLS_DemoSiblings.h"
 #include "CLS_DevManage.h"
@@ -13,7 +14,6 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QDateTime>
 #include <QFont>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -43,19 +43,18 @@ const int CONST_TYPE_CHANNEL = 4;
 // The scale at which the application's hub reports 1.0: the usual desktop's logical resolution.
 const double CONST_BASE_DPI = 96.0;
 
-// A caption above a widget, both in one column.
-QWidget* Titled(const QString& _qstrTitle, QWidget* _pWidget)
+// A caption above a widget, both in one column; the caption is set in bold.
+QWidget* Titled(QLabel* _pTitle, QWidget* _pWidget)
 {
     auto* pBox = new QWidget;
     auto* pLayout = new QVBoxLayout(pBox);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->setSpacing(2);
-    auto* pTitle = new QLabel(_qstrTitle);
-    QFont qfont = pTitle->font();
+    QFont qfont = _pTitle->font();
     qfont.setBold(true);
-    pTitle->setFont(qfont);
-    pTitle->setContentsMargins(10, 4, 0, 0);
-    pLayout->addWidget(pTitle);
+    _pTitle->setFont(qfont);
+    _pTitle->setContentsMargins(10, 4, 0, 0);
+    pLayout->addWidget(_pTitle);
     pLayout->addWidget(_pWidget, 1);
     return pBox;
 }
@@ -105,18 +104,15 @@ CLS_DemoWindow::CLS_DemoWindow(const CLS_DemoSiblings* _pSiblings, QWidget* pare
     m_pCustomTree->SetName("custom");
     m_pFavoriteTree->SetName("favorite");
 
-    // A list, so that the skin's sheet for lists gives the log the look of the trees.
-    m_pLog = new QListWidget;
-    m_pLog->setWordWrap(true);
-    m_pLog->setSelectionMode(QAbstractItemView::NoSelection);
-    m_pLog->setFocusPolicy(Qt::NoFocus);
-    m_pLog->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_pLog = new CLS_DemoEventLog;
+    m_pLog->setAccessibleName(tr("Event log"));
     m_pStatusLine = new QLabel;
     m_pStatusLine->setContentsMargins(10, 2, 10, 4);
 
     auto* pSideTrees = new QSplitter(Qt::Vertical);
-    pSideTrees->addWidget(Titled(tr("Custom tree (check, drag to reorder)"), m_pCustomTree));
-    pSideTrees->addWidget(Titled(tr("Favourites"), m_pFavoriteTree));
+    pSideTrees->addWidget(
+        Titled(AddCaption("custom", tr("Custom tree (check, drag to reorder)")), m_pCustomTree));
+    pSideTrees->addWidget(Titled(AddCaption("favourites", tr("Favourites")), m_pFavoriteTree));
     pSideTrees->setSizes({430, 300});
 
     auto* pSplitter = new QSplitter(Qt::Horizontal);
@@ -135,10 +131,10 @@ CLS_DemoWindow::CLS_DemoWindow(const CLS_DemoSiblings* _pSiblings, QWidget* pare
     m_pResourceTree->SetSearchMode(1);
     m_pResourceTree->SetSearchShowsPath(true);
     m_pResourceTree->SetMultiSelect(true);
-    QWidget* pResourceBox = Titled(tr("Resources"), m_pResourceTree);
+    QWidget* pResourceBox = Titled(AddCaption("resources", tr("Resources")), m_pResourceTree);
     auto* pFilterRow = new QHBoxLayout;
     pFilterRow->setContentsMargins(10, 0, 4, 0);
-    pFilterRow->addWidget(new QLabel(tr("Show:")));
+    pFilterRow->addWidget(AddCaption("show", tr("Show:")));
     pFilterRow->addWidget(m_pFilter, 1);
     static_cast<QVBoxLayout*>(pResourceBox->layout())->insertLayout(1, pFilterRow);
     pSplitter->addWidget(pResourceBox);
@@ -150,8 +146,8 @@ CLS_DemoWindow::CLS_DemoWindow(const CLS_DemoSiblings* _pSiblings, QWidget* pare
         AppendLog(tr("layout: %1 of %2 dragged rows added").arg(_iAdded).arg(_iCarried));
     });
     auto* pRightColumn = new QSplitter(Qt::Vertical);
-    pRightColumn->addWidget(Titled(tr("Layout (drop cameras here)"), m_pLayoutPane));
-    pRightColumn->addWidget(Titled(tr("Events"), m_pLog));
+    pRightColumn->addWidget(Titled(AddCaption("layout", tr("Layout (drop cameras here)")), m_pLayoutPane));
+    pRightColumn->addWidget(Titled(AddCaption("events", tr("Events")), m_pLog));
     pRightColumn->setSizes({220, 510});
     pSplitter->addWidget(pRightColumn);
     pSplitter->setStretchFactor(0, 3);
@@ -377,6 +373,17 @@ void CLS_DemoWindow::PrepareForPicture()
     }
 }
 
+QMap<QString, QString> CLS_DemoWindow::Captions() const
+{
+    QMap<QString, QString> qmapCaptions;
+    for (auto it = m_qmapCaptions.cbegin(); it != m_qmapCaptions.cend(); ++it)
+        qmapCaptions.insert(it.key(), it.value()->text());
+    qmapCaptions.insert("title", windowTitle());
+    qmapCaptions.insert("filter", m_pFilter->currentText());
+    qmapCaptions.insert("status", m_pStatusLine->text());
+    return qmapCaptions;
+}
+
 STRCT_DemoTreeCounts CLS_DemoWindow::CountResourceTree() const
 {
     return CountTree(m_pResourceTree, CONST_RESOURCE_ROOT);
@@ -436,7 +443,7 @@ void CLS_DemoWindow::SlotMenuItemClicked(CLS_CustomTreeNode _node, QString _qstr
 
 void CLS_DemoWindow::SlotToolButtonClicked(QString _qstrCmd, CLS_CustomTreeNode _node, CLS_ItemButton _button)
 {
-    AppendLog(tr("%1: %2 [%3]").arg(_qstrCmd, _node.m_qstrName, _button.m_varData.toString()));
+    AppendLog(QString("%1: %2 [%3]").arg(_qstrCmd, _node.m_qstrName, _button.m_varData.toString()));
 }
 
 void CLS_DemoWindow::SlotCheckedQueue(QVector<QPair<CLS_CustomTreeNode, bool>> _qvecCheckChangedQueue,
@@ -492,13 +499,16 @@ void CLS_DemoWindow::SlotCheckScale()
     emit pSignals->SignResizeView(dScale, dScale);
 }
 
+QLabel* CLS_DemoWindow::AddCaption(const QString& _qstrKey, const QString& _qstrText)
+{
+    auto* pCaption = new QLabel(_qstrText); // the caller puts it in a layout
+    m_qmapCaptions.insert(_qstrKey, pCaption);
+    return pCaption;
+}
+
 void CLS_DemoWindow::AppendLog(const QString& _qstrText)
 {
-    const int CONST_MAX_LINES = 2000;
-    while (m_pLog->count() >= CONST_MAX_LINES)
-        delete m_pLog->takeItem(0);
-    m_pLog->addItem(QTime::currentTime().toString("HH:mm:ss  ") + _qstrText);
-    m_pLog->scrollToBottom();
+    m_pLog->AppendLine(_qstrText);
 }
 
 void CLS_DemoWindow::SyncHostStates()

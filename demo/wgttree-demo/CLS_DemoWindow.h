@@ -16,12 +16,12 @@
 #include <QVariant>
 #include <QVector>
 
+class CLS_DemoEventLog;
 class CLS_DemoLayoutPane;
 class CLS_DemoSiblings;
 class CLS_WgtDeviceTree;
 class QComboBox;
 class QLabel;
-class QListWidget;
 class QScreen;
 class QTreeWidget;
 
@@ -70,6 +70,11 @@ public:
     void SaveViewState() const;
     void RestoreViewState();
 
+    // The texts the window shows in its own captions, by key: "title", "resources", "show", "filter"
+    // (the status filter's current entry), "custom", "favourites", "layout", "events" and "status"
+    // (the status line).
+    QMap<QString, QString> Captions() const;
+
     STRCT_DemoTreeCounts CountResourceTree() const;
     STRCT_DemoTreeCounts CountCustomTree() const;
     STRCT_DemoTreeCounts CountFavoriteTree() const;
@@ -91,6 +96,8 @@ private slots:
     void SlotCheckScale();
 
 private:
+    // A label of the window's own with _qstrText, noted under _qstrKey for Captions.
+    QLabel* AddCaption(const QString& _qstrKey, const QString& _qstrText);
     void AppendLog(const QString& _qstrText);
     void UpdateStatusLine();
     // Hosts follow the device layer through UpdateHostStatus: the status thread reports channels only.
@@ -104,9 +111,10 @@ private:
     CLS_WgtDeviceTree* m_pCustomTree = nullptr;
     CLS_WgtDeviceTree* m_pFavoriteTree = nullptr;
     QComboBox* m_pFilter = nullptr; // the resource tree's status filter
-    QListWidget* m_pLog = nullptr;
+    CLS_DemoEventLog* m_pLog = nullptr;
     CLS_DemoLayoutPane* m_pLayoutPane = nullptr; // takes cameras dragged out of the resource tree
     QLabel* m_pStatusLine = nullptr;
+    QMap<QString, QLabel*> m_qmapCaptions; // captions by key; owned by the window's layouts
     QTimer m_tmRefresh;
     int m_iStatusBatches = 0;
     int m_iStatusEntries = 0;

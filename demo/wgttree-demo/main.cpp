@@ -16,6 +16,7 @@
 #include <QPixmap>
 #include <QTextStream>
 #include <QTimer>
+#include <QTranslator>
 
 #include <cstdio>
 #include <string>
@@ -85,6 +86,21 @@ void ChooseSkin(const QString& _qstrSkin)
         PrintError(QString("no settings library to choose the skin \"%1\" with").arg(_qstrSkin));
 }
 
+// The demo's own texts, embedded in the program: a translator in _locale's language, or in English
+// when the demo has none for it. Gives the language loaded, as in the file name ("de", "zh_CN"), or
+// "none" when the program holds no translation at all (its texts are then the English sources).
+QString InstallDemoTranslator(const QLocale& _locale)
+{
+    const QString qstrDir = QStringLiteral(":/wgttree-demo/i18n");
+    const QString qstrPrefix = QStringLiteral("wgttree-demo");
+    auto* pTranslator = new QTranslator(QCoreApplication::instance()); // owned by the application object
+    if (!pTranslator->load(_locale, qstrPrefix, "_", qstrDir) &&
+        !pTranslator->load(qstrPrefix + "_en", qstrDir))
+        return QStringLiteral("none");
+    QCoreApplication::installTranslator(pTranslator);
+    return QFileInfo(pTranslator->filePath()).completeBaseName().mid(qstrPrefix.size() + 1);
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -120,7 +136,8 @@ int main(int argc, char* argv[])
     const QCommandLineOption optSearch(
         "search", "Type TEXT into the resource tree's search line before the picture.", "TEXT");
     const QCommandLineOption optLanguage(
-        "language", "Language of the trees' texts, e.g. de or zh_CN (default: the locale's).", "NAME");
+        "language",
+        "Language of the window's and the trees' texts, e.g. de or zh_CN (default: the locale's).", "NAME");
     const QCommandLineOption optFilter(
         "status-filter", "Show only channels on line or off line: all, online, offline.", "NAME");
     parser.addOptions({optInstallation, optChannels, optPerHost, optScreenshot, optSeconds, optSkin, optRate,
@@ -203,7 +220,8 @@ int main(int argc, char* argv[])
     PrintLine(QString("items: %1").arg(iItems));
     PrintLine("skin: " + qstrSkin);
 
-    // The page's own choice of language for the library's texts, made before the first tree.
+    // The page's own choice of language for the library's texts, made before the first tree; the
+    // demo's own texts follow the same choice, or the locale as the library's do without one.
     if (parser.isSet(optLanguage)) {
         const QString qstrLanguage = parser.value(optLanguage);
         if (CLS_WgtTranslator::SetLanguage(QLocale(qstrLanguage)) != 0)
@@ -211,6 +229,9 @@ int main(int argc, char* argv[])
         else
             PrintLine("language: " + CLS_WgtTranslator::Instance()->Language());
     }
+    PrintLine("demo language: " + InstallDemoTranslator(parser.isSet(optLanguage)
+                                                            ? QLocale(parser.value(optLanguage))
+                                                            : QLocale()));
 
     CLS_DemoWindow wgtWindow(&clsSiblings);
     if (wgtWindow.InitTrees() != 0) {
@@ -275,6 +296,10 @@ int main(int argc, char* argv[])
             PrintLine(QString("status entries applied: %1").arg(wgtWindow.StatusEntries()));
             PrintLine(QString("simulated changes: %1").arg(clsSiblings.m_pFunSimulationChanges()));
             PrintLine(QString("window: %1x%2").arg(wgtWindow.width()).arg(wgtWindow.height()));
+            // The window's own texts as shown, in the language of the run.
+            const QMap<QString, QString> qmapCaptions = wgtWindow.Captions();
+            for (auto it = qmapCaptions.cbegin(); it != qmapCaptions.cend(); ++it)
+                PrintLine("caption " + it.key() + ": " + it.value());
             if (qpixShot.isNull() || !qpixShot.save(qstrScreenshot, "PNG")) {
                 PrintError("cannot write the screenshot " + qstrScreenshot);
                 iExit = CONST_EXIT_SCREENSHOT;

@@ -117,6 +117,8 @@ private slots:
     void shouldKeepChosenSkinForLaterRuns();
     void shouldTypeSearchIntoResourceTree_data();
     void shouldTypeSearchIntoResourceTree();
+    void shouldShowWindowTextsInChosenLanguage_data();
+    void shouldShowWindowTextsInChosenLanguage();
 };
 
 void tst_WgtTreeDemo::shouldShowSampleWithLiveStatesAndWriteItsPicture()
@@ -291,6 +293,64 @@ void tst_WgtTreeDemo::shouldTypeSearchIntoResourceTree()
     QVERIFY2(clsRun.m_qmapSummary.value("search") == qstrText, Printed(clsRun));
     QVERIFY2(SummaryInt(clsRun, "search results") == iResults, Printed(clsRun));
     QVERIFY2(clsRun.m_qmapSummary.value("search list") == qstrList, Printed(clsRun));
+}
+
+void tst_WgtTreeDemo::shouldShowWindowTextsInChosenLanguage_data()
+{
+    QTest::addColumn<QStringList>("qlstLanguage");
+    QTest::addColumn<QStringList>("qlstCaptions");  // summary lines expected as they are printed
+    QTest::addColumn<QString>("qstrStatusPattern"); // the whole status line, numbers as \d+
+    QTest::newRow("German") << QStringList({"--language", "de"})
+                            << QStringList({"demo language: de", "caption title: WgtTreeWidget-Demo",
+                                            "caption resources: Ressourcen",
+                                            QString::fromUtf8("caption filter: Alle Kanäle"),
+                                            "caption events: Ereignisse"})
+                            << QString::fromUtf8("\\d+ Hosts  ·  \\d+ Kanäle, \\d+ online  ·  "
+                                                 "\\d+ Statuspakete  ·  \\d+ simulierte Änderungen");
+    QTest::newRow("Simplified Chinese")
+        << QStringList({"--language", "zh_CN"})
+        << QStringList({"demo language: zh_CN", QString::fromUtf8("caption title: WgtTreeWidget 演示"),
+                        QString::fromUtf8("caption resources: 资源"),
+                        QString::fromUtf8("caption filter: 全部通道"),
+                        QString::fromUtf8("caption events: 事件")})
+        << QString::fromUtf8(
+               "\\d+ 台主机  ·  \\d+ 个通道，\\d+ 个在线  ·  \\d+ 个状态批次  ·  \\d+ 次模拟变化");
+    const QStringList qlstEnglish = {"demo language: en", "caption title: WgtTreeWidget demo",
+                                     "caption resources: Resources", "caption filter: All channels",
+                                     "caption events: Events"};
+    const QString qstrEnglishStatus = QString::fromUtf8(
+        "\\d+ hosts  ·  \\d+ channels, \\d+ on line  ·  \\d+ status batches  ·  \\d+ simulated changes");
+    QTest::newRow("English") << QStringList({"--language", "en"}) << qlstEnglish << qstrEnglishStatus;
+    QTest::newRow("no translation, English")
+        << QStringList({"--language", "fr"}) << qlstEnglish << qstrEnglishStatus;
+}
+
+void tst_WgtTreeDemo::shouldShowWindowTextsInChosenLanguage()
+{
+    QFETCH(QStringList, qlstLanguage);
+    QFETCH(QStringList, qlstCaptions);
+    QFETCH(QString, qstrStatusPattern);
+    QTemporaryDir qdirTmp;
+    QVERIFY(qdirTmp.isValid());
+
+    // When the demo runs in the language, until its first status batch
+    const STRCT_DemoRun clsRun = RunDemo(
+        qlstLanguage + QStringList({"--screenshot", qdirTmp.filePath("language.png"), "--seconds", "0"}));
+
+    // Then the window's own texts are in it, the status line with its numbers filled in
+    QVERIFY2(clsRun.m_blFinished, Printed(clsRun));
+    QVERIFY2(!HasSanitizerReport(clsRun), Printed(clsRun));
+    QVERIFY2(clsRun.m_iExitCode == 0, Printed(clsRun));
+    for (const QString& qstrLine : qAsConst(qlstCaptions)) {
+        const int iColon = qstrLine.indexOf(": ");
+        QVERIFY2(clsRun.m_qmapSummary.value(qstrLine.left(iColon)) == qstrLine.mid(iColon + 2),
+                 qPrintable("expected \"" + qstrLine + "\"" + Printed(clsRun)));
+    }
+    const QRegularExpression qreStatus(QRegularExpression::anchoredPattern(qstrStatusPattern));
+    QVERIFY2(qreStatus.match(clsRun.m_qmapSummary.value("caption status")).hasMatch(), Printed(clsRun));
+    // and the summary itself stays as it is in every language: English keys, plain numbers
+    QVERIFY2(SummaryInt(clsRun, "channels") > 0 && SummaryInt(clsRun, "status batches applied") >= 1,
+             Printed(clsRun));
 }
 
 QTEST_GUILESS_MAIN(tst_WgtTreeDemo)
