@@ -67,7 +67,7 @@ void tst_DeviceTreeBGThread_noapp::shouldEndAgainAfterEachStartWithoutApplicatio
     QVERIFY(clsRig.WaitEnd(10000));
     QCOMPARE(clsLog.Lines(), QStringList({CONST_qstrLogNoApp, CONST_qstrLogNoApp}));
     QCOMPARE(DevManageCtl_CallCount("ListItemsOfType"), 2);
-    QCoreApplication::sendPostedEvents(); // anything run() had emitted arrives now
+    QCoreApplication::sendPostedEvents();  // anything run() had emitted arrives now
     QCOMPARE(clsRig.m_clsTree.Count(), 1); // nothing new against the kept cache
 }
 
