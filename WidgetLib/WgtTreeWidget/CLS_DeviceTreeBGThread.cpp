@@ -190,6 +190,7 @@ CLS_DeviceTreeBGThread::~CLS_DeviceTreeBGThread()
             CLS_WriteGuard lock(m_rwlockState);
             m_iState = CONST_STATE_STOPPED;
         }
+        WakeForStop();
         quit(); // run() has no event loop: the state value is what ends it
         wait();
     }
@@ -216,6 +217,10 @@ int CLS_DeviceTreeBGThread::Start()
         }
         m_iState = CONST_STATE_RUNNING;
     }
+    {
+        const std::lock_guard<std::mutex> lock(m_mtxWake);
+        m_blStopAsked = false;
+    }
     // The state lock is released before the cache lock is taken: the two are never held together.
     CLS_WriteGuard lock(m_rwlockChannelStatus);
     m_mapChannelStatus.clear();
@@ -231,9 +236,27 @@ int CLS_DeviceTreeBGThread::Pause()
 
 int CLS_DeviceTreeBGThread::Stop()
 {
-    CLS_WriteGuard lock(m_rwlockState);
-    m_iState = CONST_STATE_STOPPED;
+    {
+        CLS_WriteGuard lock(m_rwlockState);
+        m_iState = CONST_STATE_STOPPED;
+    }
+    WakeForStop();
     return 0;
+}
+
+void CLS_DeviceTreeBGThread::WakeForStop()
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mtxWake);
+        m_blStopAsked = true;
+    }
+    m_cvWake.notify_all();
+}
+
+void CLS_DeviceTreeBGThread::SleepUnlessStopped(int _iMsecs)
+{
+    std::unique_lock<std::mutex> lock(m_mtxWake);
+    m_cvWake.wait_for(lock, std::chrono::milliseconds(_iMsecs), [this] { return m_blStopAsked; });
 }
 
 void CLS_DeviceTreeBGThread::SlotChannelStatusChanged()
@@ -336,7 +359,7 @@ void CLS_DeviceTreeBGThread::run()
             CLS_IResourceTree* pResourceTree =
                 WGT_SIBLING_CALL("GetResourceTree", nullptr, DevManage::GetResourceTree());
             if (nullptr == pResourceTree) {
-                QThread::sleep(CONST_RETRY_SECONDS);
+                SleepUnlessStopped(CONST_RETRY_SECONDS * 1000);
                 continue;
             }
             QVector<std::weak_ptr<STRCT_VideoItem>> qvecItems;
@@ -344,7 +367,7 @@ void CLS_DeviceTreeBGThread::run()
                     "ListItemsOfType", CONST_stFailedResult,
                     pResourceTree->ListItemsOfType(qvecItems, CONST_TYPE_CHANNEL, QVector<QString>()))
                     .m_iCode < 0) {
-                QThread::sleep(CONST_RETRY_SECONDS);
+                SleepUnlessStopped(CONST_RETRY_SECONDS * 1000);
                 continue;
             }
             vecChannels.reserve(static_cast<size_t>(qvecItems.size()));
@@ -480,7 +503,7 @@ void CLS_DeviceTreeBGThread::run()
                     break;
                 }
             }
-            QThread::msleep(CONST_TICK_MSECS);
+            SleepUnlessStopped(CONST_TICK_MSECS);
         }
     }
 }

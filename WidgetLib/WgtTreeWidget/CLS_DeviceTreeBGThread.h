@@ -15,7 +15,10 @@
 #include <QVariant>
 
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <map>
+#include <mutex>
 #include <string>
 #include <utility>
 
@@ -35,7 +38,8 @@ public:
     int Start();
     // State 2; always 0. Ends run() at its next step 1 only, after the wait: there is no resume.
     int Pause();
-    // State 3; always 0. Doesn't wait: run() returns at the next tick of its wait.
+    // State 3; always 0. Doesn't wait: a sleep of run() (a tick of its wait, or the second before a
+    // retry while the device layer isn't ready) ends at once, and run() returns.
     int Stop();
 
     // Whether the channel _qstrId is an image channel, asked of its device through the first
@@ -61,6 +65,10 @@ signals:
 protected:
     void run() override;
 
+    // Sleeps _iMsecs on the worker, or less when Stop (or the destructor) asks the thread to end.
+    void SleepUnlessStopped(int _iMsecs);
+    void WakeForStop();
+
     // Last reported state per channel: resource id (UTF-8) -> (image channel, status).
     std::map<std::string, std::pair<bool, int>> m_mapChannelStatus;
     QReadWriteLock m_rwlockChannelStatus; // guards m_mapChannelStatus; non-recursive
@@ -69,4 +77,9 @@ protected:
     // the one lock-free read at the top of the loop.
     std::atomic<int> m_iState;
     std::atomic<int> m_iPassesDone{0}; // PassesDone
+    // Wakes the worker's sleeps for a stop. m_blStopAsked is set by Stop and the destructor and
+    // cleared by Start, under m_mtxWake, which is never held with the two read-write locks.
+    std::mutex m_mtxWake;
+    std::condition_variable m_cvWake;
+    bool m_blStopAsked = false;
 };

@@ -18,6 +18,12 @@
 //       (the tree's own) against one keystroke of the search by words with paths (ratio), for the
 //       same few hits and for every channel; CreateDragData + ReadDragData of 1,000 nodes; GetSelectedNodes
 //       of 1,000 selected rows.
+//   ScaleBench --day [--groups 1000,3125] [--no-siblings]
+//       a page's day in one tree, for hover, no and always-shown buttons: Init, ExpandAll, 40 pages
+//       of scrolling, a status batch that turns every channel off line, the root checked, two
+//       search keystrokes, the tree deleted, peak RSS. Each side in a process of its own (the
+//       program ScaleDay), with the sibling libraries on the library path or, with --no-siblings,
+//       without them; our tree's status thread runs.
 //   ScaleBench --soak [--seconds 120] [--channels 32000] [--changes-per-second 500]
 //       the resource tree of the reference device layer at that size, every host expanded, the
 //       simulator changing channels; prints the GUI thread's longest and 99th-percentile stall
@@ -35,6 +41,7 @@
 #include "DevManageControl.h"
 #include "DevStructDefine.h"
 #include "LxAppManagerControl.h"
+#include "ScaleSides.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -42,6 +49,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QHash>
 #include <QHeaderView>
 #include <QIcon>
@@ -52,8 +60,10 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
@@ -64,423 +74,9 @@
 #include <functional>
 #include <memory>
 
+#include <dlfcn.h>
+
 namespace {
-
-constexpr int CONST_iChannelsPerGroup = 32;
-constexpr int CONST_iScrollPages = 40;
-const QString CONST_qstrRootId = QStringLiteral("custom_root_id");
-const QString CONST_qstrCommon = QStringLiteral("North"); // in every row's text
-
-using StatusMap = QMap<QString, QPair<bool, int>>;
-
-QString PicPath()
-{
-    return QCoreApplication::applicationDirPath() + "/resource/skin/dark/WgtTreeWidget/images/";
-}
-
-long PeakRssKb()
-{
-    QFile file("/proc/self/status");
-    if (!file.open(QIODevice::ReadOnly))
-        return -1;
-    const QList<QByteArray> qlstLines = file.readAll().split('\n');
-    for (const QByteArray& qbaLine : qlstLines) {
-        if (qbaLine.startsWith("VmHWM:"))
-            return qbaLine.mid(6).trimmed().split(' ').value(0).toLong();
-    }
-    return -1;
-}
-
-// Lets every posted event, timer of zero length and delayed layout run, then paints the window
-// once, as the first frame after the operation would.
-void Settle(QWidget* _pWindow)
-{
-    for (int i = 0; i < 3; ++i) {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents(QEventLoop::AllEvents);
-    }
-    _pWindow->repaint();
-    QCoreApplication::processEvents(QEventLoop::AllEvents);
-}
-
-void Report(const char* _pOp, double _dMs)
-{
-    std::printf("OP %s %.3f\n", _pOp, _dMs);
-    std::fflush(stdout);
-}
-
-double TimeMs(const std::function<void()>& _fnWork)
-{
-    QElapsedTimer timer;
-    timer.start();
-    _fnWork();
-    return timer.nsecsElapsed() / 1e6;
-}
-
-QString GroupId(int _iGroup)
-{
-    return QString("grp-%1").arg(_iGroup);
-}
-QString ChannelId(int _iGroup, int _iChannel)
-{
-    return QString("ch-%1-%2").arg(_iGroup).arg(_iChannel);
-}
-QString GroupText(int _iGroup)
-{
-    return QString("%1 group %2").arg(CONST_qstrCommon).arg(_iGroup, 4, 10, QChar('0'));
-}
-QString ChannelText(int _iGroup, int _iChannel)
-{
-    return QString("%1 cam %2-%3")
-        .arg(CONST_qstrCommon)
-        .arg(_iGroup, 4, 10, QChar('0'))
-        .arg(_iChannel, 2, 10, QChar('0'));
-}
-
-QVector<CLS_ItemButton> ChannelButtons()
-{
-    QVector<CLS_ItemButton> qvecButtons(2);
-    qvecButtons[0].m_qstrId = "preview";
-    qvecButtons[0].m_qstrIcon = PicPath() + "preview.png";
-    qvecButtons[0].m_qstrTooltip = "Live view";
-    qvecButtons[1].m_qstrId = "playback";
-    qvecButtons[1].m_qstrIcon = PicPath() + "playback.png";
-    qvecButtons[1].m_qstrTooltip = "Playback";
-    qvecButtons[1].m_blCheckable = true;
-    return qvecButtons;
-}
-
-StatusMap Batch(int _iGroups, int _iEvery, int _iStatus)
-{
-    StatusMap qmapBatch;
-    int i = 0;
-    for (int g = 0; g < _iGroups; ++g) {
-        for (int c = 0; c < CONST_iChannelsPerGroup; ++c, ++i) {
-            if (i % _iEvery == 0)
-                qmapBatch.insert(ChannelId(g, c), qMakePair(false, _iStatus));
-        }
-    }
-    return qmapBatch;
-}
-
-// ---- one side of one case -----------------------------------------------------------------------
-
-struct STRCT_Case
-{
-    int m_iGroups = 1000;
-    QString m_qstrButtons = "none"; // none, always, hover
-    bool m_blExpanded = false;
-    bool m_blAddresses = false; // channels carry "10.0.<group>.<n>:<channel>" in m_qstrExtend
-};
-
-// What each side offers the driver; every operation returns when its work is done, the driver
-// settles and paints.
-class CLS_Side
-{
-public:
-    virtual ~CLS_Side() = default;
-    virtual QWidget* Window() = 0;
-    virtual QAbstractItemView* View() = 0;
-    virtual void Init(const STRCT_Case& _stCase) = 0;
-    virtual void ExpandAll() = 0;
-    virtual void Status(const StatusMap& _qmapBatch) = 0;
-    virtual void CheckRoot(bool _blChecked) = 0;
-    virtual QLineEdit* SearchLine() = 0;
-    virtual void ShowByName(const QString& _qstrName) = 0;
-    virtual void Destroy() = 0;
-};
-
-class CLS_OurSide : public CLS_Side
-{
-public:
-    QWidget* Window() override { return m_pWindow.get(); }
-    QAbstractItemView* View() override { return m_pView; }
-
-    void Init(const STRCT_Case& _stCase) override
-    {
-        m_pWindow = std::make_unique<QWidget>();
-        auto* pLayout = new QVBoxLayout(m_pWindow.get());
-        const n_ItemBtnShowType iShow =
-            _stCase.m_qstrButtons == "hover" ? ITEM_BTN_SHOW_HOVER : ITEM_BTN_SHOW_ALWAYS;
-        m_pTree = new CLS_WgtDeviceTree(nullptr, DEV_TREE_CUSTOM, false, true, false, true, false, iShow);
-        pLayout->addWidget(m_pTree);
-        m_pWindow->resize(420, 900);
-        m_pWindow->show();
-        m_pView = m_pTree->findChild<CLS_WgtBaseTreeWidget*>();
-        m_pPanel = m_pTree->findChild<CLS_WgtTreeWidget*>();
-
-        QMap<QString, CLS_CustomTreeNode> qmapNodes;
-        for (int g = 0; g < _stCase.m_iGroups; ++g) {
-            CLS_CustomTreeNode group;
-            group.m_qstrTreeId = GroupId(g);
-            group.m_qstrDevId = GroupId(g);
-            group.m_qstrTreeParentId = CONST_qstrRootId;
-            group.m_qstrName = GroupText(g);
-            group.m_iType = 2;
-            group.m_iSortNo = g;
-            qmapNodes.insert(group.m_qstrTreeId, group);
-            for (int c = 0; c < CONST_iChannelsPerGroup; ++c) {
-                CLS_CustomTreeNode channel;
-                channel.m_qstrTreeId = ChannelId(g, c);
-                channel.m_qstrDevId = ChannelId(g, c);
-                channel.m_qstrTreeParentId = group.m_qstrTreeId;
-                channel.m_qstrName = ChannelText(g, c);
-                channel.m_iType = 4;
-                channel.m_iSortNo = c;
-                if (_stCase.m_blAddresses)
-                    channel.m_qstrExtend = QString("10.0.%1.%2:%3").arg(g / 250).arg(g % 250).arg(c + 1);
-                qmapNodes.insert(channel.m_qstrTreeId, channel);
-            }
-        }
-        QMap<int, QVector<CLS_ItemButton>> qmapButtons;
-        if (_stCase.m_qstrButtons != "none")
-            qmapButtons.insert(4, ChannelButtons());
-        m_pTree->Init(qmapNodes, CONST_qstrCommon, qmapButtons);
-    }
-    void ExpandAll() override { m_pTree->ExpandAll(); }
-    CLS_WgtDeviceTree* Tree() const { return m_pTree; }
-    void Status(const StatusMap& _qmapBatch) override
-    {
-        m_pTree->UpdateAllChannelsStatus(QVariant::fromValue(_qmapBatch));
-    }
-    void CheckRoot(bool _blChecked) override
-    {
-        m_pTree->SetItemCheckStatus(QString(), _blChecked ? Qt::Checked : Qt::Unchecked, true);
-    }
-    QLineEdit* SearchLine() override { return m_pTree->findChild<QLineEdit*>("qlineedtQueryInput"); }
-    void ShowByName(const QString& _qstrName) override { m_pPanel->SetShowItemByName(_qstrName); }
-    void Destroy() override
-    {
-        m_pWindow.reset();
-        m_pTree = nullptr;
-        m_pView = nullptr;
-    }
-
-private:
-    std::unique_ptr<QWidget> m_pWindow;
-    CLS_WgtDeviceTree* m_pTree = nullptr;
-    CLS_WgtTreeWidget* m_pPanel = nullptr;
-    CLS_WgtBaseTreeWidget* m_pView = nullptr;
-};
-
-// The two buttons of a channel, painted at the right end of its row: always, or on the row under
-// the mouse only. A click on one reports its index.
-class CLS_ButtonDelegate : public QStyledItemDelegate
-{
-public:
-    CLS_ButtonDelegate(QObject* parent, const QVector<QIcon>& _qvecIcons, bool _blHover)
-        : QStyledItemDelegate(parent), m_qvecIcons(_qvecIcons), m_blHover(_blHover)
-    {}
-    QPersistentModelIndex m_hover;
-    int m_iClicks = 0;
-
-    void paint(QPainter* _pPainter, const QStyleOptionViewItem& _option,
-               const QModelIndex& _index) const override
-    {
-        QStyledItemDelegate::paint(_pPainter, _option, _index);
-        if (_index.data(Qt::UserRole + 2).toInt() != 4)
-            return;
-        if (m_blHover && _index.sibling(_index.row(), 0) != m_hover)
-            return;
-        for (int i = 0; i < m_qvecIcons.size(); ++i)
-            m_qvecIcons.at(i).paint(_pPainter, ButtonRect(_option.rect, i));
-    }
-    bool editorEvent(QEvent* _pEvent, QAbstractItemModel* _pModel, const QStyleOptionViewItem& _option,
-                     const QModelIndex& _index) override
-    {
-        if (_pEvent->type() == QEvent::MouseButtonRelease && _index.data(Qt::UserRole + 2).toInt() == 4) {
-            const QPoint point = static_cast<QMouseEvent*>(_pEvent)->pos();
-            for (int i = 0; i < m_qvecIcons.size(); ++i) {
-                if (ButtonRect(_option.rect, i).contains(point)) {
-                    ++m_iClicks;
-                    return true;
-                }
-            }
-        }
-        return QStyledItemDelegate::editorEvent(_pEvent, _pModel, _option, _index);
-    }
-
-private:
-    static QRect ButtonRect(const QRect& _rect, int _i)
-    {
-        const int iSide = qMin(_rect.height(), 20);
-        return QRect(_rect.right() - (2 - _i) * (iSide + 2), _rect.top() + (_rect.height() - iSide) / 2,
-                     iSide, iSide);
-    }
-    QVector<QIcon> m_qvecIcons;
-    bool m_blHover = false;
-};
-
-class CLS_PlainTree : public QTreeWidget
-{
-public:
-    CLS_ButtonDelegate* m_pDelegate = nullptr;
-
-protected:
-    void mouseMoveEvent(QMouseEvent* _pEvent) override
-    {
-        if (m_pDelegate != nullptr) {
-            const QPersistentModelIndex index =
-                indexAt(_pEvent->pos()).sibling(indexAt(_pEvent->pos()).row(), 0);
-            if (index != m_pDelegate->m_hover) {
-                const QModelIndex old = m_pDelegate->m_hover;
-                m_pDelegate->m_hover = index;
-                if (old.isValid())
-                    viewport()->update(visualRect(old));
-                viewport()->update(visualRect(index));
-            }
-        }
-        QTreeWidget::mouseMoveEvent(_pEvent);
-    }
-};
-
-class CLS_BaseSide : public CLS_Side
-{
-public:
-    QWidget* Window() override { return m_pWindow.get(); }
-    QAbstractItemView* View() override { return m_pTree; }
-
-    void Init(const STRCT_Case& _stCase) override
-    {
-        m_pWindow = std::make_unique<QWidget>();
-        auto* pLayout = new QVBoxLayout(m_pWindow.get());
-        m_pLine = new QLineEdit(m_pWindow.get());
-        m_pList = new QListWidget(m_pWindow.get());
-        m_pList->setUniformItemSizes(true);
-        m_pList->hide();
-        m_pTree = new CLS_PlainTree;
-        m_pTree->setHeaderHidden(true);
-        m_pTree->setUniformRowHeights(true);
-        m_pTree->setColumnCount(1);
-        pLayout->addWidget(m_pLine);
-        pLayout->addWidget(m_pList);
-        pLayout->addWidget(m_pTree);
-        m_pWindow->resize(420, 900);
-        m_pWindow->show();
-
-        const QString qstrPic = PicPath();
-        const QIcon iconGroup(qstrPic + "fenzu.png");
-        m_iconOffline = QIcon(qstrPic + "channel_offline.png");
-        m_iconOnline = QIcon(qstrPic + "channel_online.png");
-        if (_stCase.m_qstrButtons != "none") {
-            m_pTree->m_pDelegate = new CLS_ButtonDelegate(
-                m_pTree, {QIcon(qstrPic + "preview.png"), QIcon(qstrPic + "playback.png")},
-                _stCase.m_qstrButtons == "hover");
-            m_pTree->setItemDelegate(m_pTree->m_pDelegate);
-        }
-        QObject::connect(m_pTree, &QTreeWidget::itemChanged, m_pTree,
-                         [this](QTreeWidgetItem* _pItem, int) { m_qvecChanged.append(_pItem); });
-        QObject::connect(m_pLine, &QLineEdit::textChanged, m_pLine,
-                         [this](const QString& _qstrText) { Search(_qstrText); });
-
-        const Qt::ItemFlags flags =
-            Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsUserCheckable | Qt::ItemIsAutoTristate;
-        m_pRoot = MakeRow(CONST_qstrRootId, CONST_qstrCommon, QIcon(qstrPic + "root_icon.png"), 1, flags);
-        QList<QTreeWidgetItem*> qlstGroups;
-        for (int g = 0; g < _stCase.m_iGroups; ++g) {
-            QTreeWidgetItem* pGroup = MakeRow(GroupId(g), GroupText(g), iconGroup, 2, flags);
-            QList<QTreeWidgetItem*> qlstChannels;
-            for (int c = 0; c < CONST_iChannelsPerGroup; ++c) {
-                QTreeWidgetItem* pChannel =
-                    MakeRow(ChannelId(g, c), ChannelText(g, c), m_iconOffline, 4, flags);
-                m_qhashChannels.insert(ChannelId(g, c), pChannel);
-                qlstChannels.append(pChannel);
-            }
-            pGroup->addChildren(qlstChannels);
-            qlstGroups.append(pGroup);
-        }
-        m_pRoot->addChildren(qlstGroups);
-        m_pTree->addTopLevelItem(m_pRoot);
-        m_pRoot->setExpanded(true);
-    }
-    void ExpandAll() override { m_pTree->expandAll(); }
-    void Status(const StatusMap& _qmapBatch) override
-    {
-        for (auto it = _qmapBatch.cbegin(); it != _qmapBatch.cend(); ++it) {
-            if (QTreeWidgetItem* pItem = m_qhashChannels.value(it.key()))
-                pItem->setIcon(0, it.value().second == 1 ? m_iconOnline : m_iconOffline);
-        }
-    }
-    void CheckRoot(bool _blChecked) override
-    {
-        m_qvecChanged.clear();
-        m_pRoot->setCheckState(0, _blChecked ? Qt::Checked : Qt::Unchecked);
-    }
-    QLineEdit* SearchLine() override { return m_pLine; }
-    void ShowByName(const QString& _qstrName) override
-    {
-        // Matches and their ancestors stay, expanded; every other row is hidden.
-        QSet<QTreeWidgetItem*> qsetKeep;
-        for (QTreeWidgetItemIterator it(m_pTree); *it != nullptr; ++it) {
-            if ((*it)->text(0).contains(_qstrName, Qt::CaseInsensitive)) {
-                for (QTreeWidgetItem* pItem = *it; pItem != nullptr && !qsetKeep.contains(pItem);
-                     pItem = pItem->parent())
-                    qsetKeep.insert(pItem);
-            }
-        }
-        for (QTreeWidgetItemIterator it(m_pTree); *it != nullptr; ++it) {
-            const bool blKeep = qsetKeep.contains(*it);
-            (*it)->setHidden(!blKeep);
-            if (blKeep)
-                (*it)->setExpanded(true);
-        }
-    }
-    void Destroy() override
-    {
-        m_pWindow.reset();
-        m_pTree = nullptr;
-    }
-
-private:
-    QTreeWidgetItem* MakeRow(const QString& _qstrId, const QString& _qstrText, const QIcon& _icon, int _iType,
-                             Qt::ItemFlags _flags)
-    {
-        auto* pItem = new QTreeWidgetItem;
-        pItem->setFlags(_flags);
-        pItem->setCheckState(0, Qt::Unchecked);
-        pItem->setText(0, _qstrText);
-        pItem->setToolTip(0, _qstrText);
-        pItem->setIcon(0, _icon);
-        pItem->setData(0, Qt::UserRole + 1, _qstrId);
-        pItem->setData(0, Qt::UserRole + 2, _iType);
-        return pItem;
-    }
-    void Search(const QString& _qstrText)
-    {
-        m_pList->clear();
-        if (_qstrText.isEmpty()) {
-            m_pList->hide();
-            return;
-        }
-        for (QTreeWidgetItemIterator it(m_pRoot); *it != nullptr; ++it) {
-            if (*it == m_pRoot)
-                continue;
-            if ((*it)->text(0).contains(_qstrText, Qt::CaseInsensitive)) {
-                auto* pItem = new QListWidgetItem((*it)->text(0), m_pList);
-                pItem->setData(Qt::UserRole, (*it)->data(0, Qt::UserRole + 1));
-            }
-        }
-        m_pList->show();
-    }
-
-    std::unique_ptr<QWidget> m_pWindow;
-    QLineEdit* m_pLine = nullptr;
-    QListWidget* m_pList = nullptr;
-    CLS_PlainTree* m_pTree = nullptr;
-    QTreeWidgetItem* m_pRoot = nullptr;
-    QIcon m_iconOnline;
-    QIcon m_iconOffline;
-    QHash<QString, QTreeWidgetItem*> m_qhashChannels;
-    QVector<QTreeWidgetItem*> m_qvecChanged;
-};
-
-void TypeKey(QWidget* _pWidget, Qt::Key _key, const QString& _qstrText)
-{
-    QKeyEvent press(QEvent::KeyPress, _key, Qt::NoModifier, _qstrText);
-    QApplication::sendEvent(_pWidget, &press);
-    QKeyEvent release(QEvent::KeyRelease, _key, Qt::NoModifier, _qstrText);
-    QApplication::sendEvent(_pWidget, &release);
-}
 
 int RunChild(const QString& _qstrSide, const STRCT_Case& _stCase)
 {
@@ -981,6 +577,92 @@ int RunDriver(const QList<int>& _qlstGroups, int _iTimeoutS, const QString& _qst
     return 0;
 }
 
+// ---- a page's day -------------------------------------------------------------------------------
+
+// The folder of the reference sibling libraries this program is linked with.
+QString SiblingFolder()
+{
+    Dl_info info{};
+    if (dladdr(reinterpret_cast<void*>(&DevManageCtl_Reset), &info) == 0 || info.dli_fname == nullptr)
+        return QString();
+    return QFileInfo(QString::fromLocal8Bit(info.dli_fname)).absolutePath();
+}
+
+// Runs ScaleDay (beside this program) once per side, size and button kind, with the sibling
+// libraries on the library path or an empty folder in their place, and prints the day's
+// operations: ours, plain and the ratio, and the longest single operation of each side.
+int RunDay(const QList<int>& _qlstGroups, bool _blSiblings, int _iTimeoutS)
+{
+    const QString qstrProgram = QCoreApplication::applicationDirPath() + "/ScaleDay";
+    QTemporaryDir emptyDir;
+    const QString qstrLibPath = _blSiblings ? SiblingFolder() : emptyDir.path();
+    std::printf("day: sibling libraries %s\n", _blSiblings ? qPrintable("from " + qstrLibPath) : "absent");
+    const QStringList qlstOps = {
+        "init",           "expand all",       "scroll 40 pages", "status batch, all off line",
+        "check the root", "search keystroke", "delete the tree"};
+    auto runOne = [&](const QString& _qstrSide, int _iGroups, const QString& _qstrButtons) {
+        STRCT_Result result;
+        QProcess process;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert("LD_LIBRARY_PATH", qstrLibPath);
+        process.setProcessEnvironment(env);
+        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process.start(qstrProgram, {"--side", _qstrSide, "--groups", QString::number(_iGroups), "--buttons",
+                                    _qstrButtons});
+        if (!process.waitForFinished(_iTimeoutS * 1000)) {
+            process.kill();
+            process.waitForFinished();
+            result.m_blTimeout = true;
+        }
+        for (const QByteArray& qbaLine : process.readAllStandardOutput().split('\n')) {
+            if (qbaLine.startsWith("OP ")) {
+                const int iLast = qbaLine.lastIndexOf(' ');
+                result.m_qmapOps.insert(QString::fromUtf8(qbaLine.mid(3, iLast - 3)),
+                                        qbaLine.mid(iLast + 1).toDouble());
+            } else if (qbaLine.startsWith("RSS ")) {
+                result.m_lRssKb = qbaLine.mid(4).toLong();
+            }
+        }
+        return result;
+    };
+    std::printf("%-40s %12s %12s %8s\n", "case: operation", "ours (ms)", "plain (ms)", "ratio");
+    int iIncomplete = 0; // sides that timed out or left an operation out
+    for (int iGroups : _qlstGroups) {
+        const int iRows = iGroups * (CONST_iChannelsPerGroup + 1) + 1;
+        for (const QString& qstrButtons : {QString("hover"), QString("none"), QString("always")}) {
+            const STRCT_Result ours = runOne("ours", iGroups, qstrButtons);
+            const STRCT_Result base = runOne("base", iGroups, qstrButtons);
+            for (const STRCT_Result* pResult : {&ours, &base})
+                iIncomplete += pResult->m_qmapOps.size() == qlstOps.size() ? 0 : 1;
+            const QString qstrCase = QString("%1 rows, %2").arg(iRows).arg(qstrButtons);
+            double dLongest = 0;
+            for (const QString& qstrOp : qlstOps) {
+                const double dOurs = ours.m_qmapOps.value(qstrOp, -1);
+                const double dBase = base.m_qmapOps.value(qstrOp, -1);
+                dLongest = qMax(dLongest, dOurs);
+                std::printf("%-40s %12s %12s %8s\n", qPrintable(qstrCase + ": " + qstrOp),
+                            dOurs < 0 ? (ours.m_blTimeout ? "timeout" : "-")
+                                      : qPrintable(QString::number(dOurs, 'f', 1)),
+                            dBase < 0 ? (base.m_blTimeout ? "timeout" : "-")
+                                      : qPrintable(QString::number(dBase, 'f', 1)),
+                            dOurs < 0 || dBase < 0
+                                ? "-"
+                                : qPrintable(QString::number(dOurs / qMax(0.05, dBase), 'f', 2)));
+            }
+            std::printf("%-40s %12.1f %12.1f %8s\n", qPrintable(qstrCase + ": peak RSS (MB)"),
+                        ours.m_lRssKb / 1024.0, base.m_lRssKb / 1024.0,
+                        ours.m_lRssKb > 0 && base.m_lRssKb > 0
+                            ? qPrintable(QString::number(double(ours.m_lRssKb) / base.m_lRssKb, 'f', 2))
+                            : "-");
+            std::printf("%-40s %12.1f\n", qPrintable(qstrCase + ": longest operation of ours"), dLongest);
+            std::fflush(stdout);
+        }
+    }
+    if (iIncomplete > 0)
+        std::printf("%d runs of a side did not finish the day\n", iIncomplete);
+    return iIncomplete > 0 ? 1 : 0;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -999,18 +681,26 @@ int main(int argc, char* argv[])
     QCommandLineOption optOperator("operator-view", "Status filter, counts and view state (see the head).");
     QCommandLineOption optFind("find-and-take",
                                "Search by words, several rows, drag payload (see the head).");
+    QCommandLineOption optDay("day", "A page's day in one tree against a plain tree (see the head).");
+    QCommandLineOption optNoSiblings("no-siblings", "The day without the sibling libraries on the path.");
     QCommandLineOption optSoak("soak", "The soak run of the resource tree (see the program's head).");
     QCommandLineOption optSeconds("seconds", "Length of the soak (120).", "seconds", "120");
     QCommandLineOption optChannels("channels", "Channels of the soak (32000).", "count", "32000");
     QCommandLineOption optRate("changes-per-second", "Simulated changes of the soak (500).", "count", "500");
     parser.addOptions({optChild, optSide, optGroups, optButtons, optExpanded, optTimeout, optOnly, optSoak,
-                       optSeconds, optChannels, optRate, optOperator, optFind});
+                       optSeconds, optChannels, optRate, optOperator, optFind, optDay, optNoSiblings});
     parser.process(app);
 
     if (parser.isSet(optOperator))
         return RunOperatorView(parser.isSet(optGroups) ? parser.value(optGroups).toInt() : 3125);
     if (parser.isSet(optFind))
         return RunFindAndTake(parser.isSet(optGroups) ? parser.value(optGroups).toInt() : 3125);
+    if (parser.isSet(optDay)) {
+        QList<int> qlstGroups;
+        for (const QString& qstrPart : parser.value(optGroups).split(',', Qt::SkipEmptyParts))
+            qlstGroups.append(qstrPart.toInt());
+        return RunDay(qlstGroups, !parser.isSet(optNoSiblings), parser.value(optTimeout).toInt());
+    }
     if (parser.isSet(optSoak))
         return RunSoak(parser.value(optChannels).toInt(), parser.value(optSeconds).toInt(),
                        parser.value(optRate).toInt());

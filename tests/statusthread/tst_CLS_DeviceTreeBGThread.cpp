@@ -81,6 +81,7 @@ private slots:
     void shouldRunPassesBackToBackWithoutChannels();
     void shouldRetryEverySecondWhileResourceTreeIsMissing();
     void shouldEndAtLoopTopWhenStoppedDuringRetrySleep();
+    void shouldCutRetrySleepShortWhenStopped();
     void shouldRetryAfterSleepWhenListingChannelsFails();
     void shouldDropPassAndRetryAtOnceWhenIdListFails();
     void shouldSpinAndLogWhileDeviceFactoryIsMissing();
@@ -468,6 +469,28 @@ void tst_CLS_DeviceTreeBGThread::shouldEndAtLoopTopWhenStoppedDuringRetrySleep()
     QCOMPARE(Calls("GetResourceTree"), iCallsAtStop); // left at the top, before the next attempt
     QCOMPARE(Calls("ListItemsOfType"), 0);
     QCOMPARE(clsRig.m_clsTree.Count(), 0);
+}
+
+void tst_CLS_DeviceTreeBGThread::shouldCutRetrySleepShortWhenStopped()
+{
+    LoadTwoHosts();
+    DevManageCtl_SetObjectAvailable("GetResourceTree", 0);
+    CLS_ThreadRig clsRig;
+    clsRig.Run();
+    // A new attempt has just been made: the loop is at the start of its second's sleep.
+    QTRY_VERIFY_WITH_TIMEOUT(Calls("GetResourceTree") >= 1, CONST_FIRST_REPORT_MSECS);
+    const int iCallsBefore = Calls("GetResourceTree");
+    QTRY_VERIFY_WITH_TIMEOUT(Calls("GetResourceTree") > iCallsBefore, CONST_FIRST_REPORT_MSECS);
+    QElapsedTimer clsTimer;
+    clsTimer.start();
+
+    clsRig.m_clsThread.Stop();
+
+    QVERIFY(clsRig.WaitEnd(3000));
+    // Sleeping on through the second would end run() about 1,000 ms after the attempt.
+    QVERIFY2(clsTimer.elapsed() < 900,
+             qPrintable(QString("run ended %1 ms after the stop").arg(clsTimer.elapsed())));
+    QCOMPARE(clsRig.m_clsThread.State(), 3);
 }
 
 void tst_CLS_DeviceTreeBGThread::shouldRetryAfterSleepWhenListingChannelsFails()
