@@ -251,18 +251,25 @@ int CLS_WgtBaseTreeWidget::CreateTreeOnPath(QTreeWidgetItem* _pParent, const CLS
             MountItemButtons(pNode, _clsItem.m_qstrId, _clsItem.m_qvecButtons, false, m_blBuildOnDemand);
     }
 
-    QVector<CLS_TreeItem> qvecChildren = _qmapChildren.value(_clsItem.m_qstrId);
-    std::sort(qvecChildren.begin(), qvecChildren.end(),
-              [](const CLS_TreeItem& _clsA, const CLS_TreeItem& _clsB) {
-                  return SortByNo(const_cast<CLS_TreeItem&>(_clsA), const_cast<CLS_TreeItem&>(_clsB));
-              });
+    // The children sorted by reference: the same order as sorting the records themselves (the sort
+    // sees the same comparisons), without copying every record of the level.
+    QVector<const CLS_TreeItem*> qvecChildren;
+    const auto itChildren = _qmapChildren.constFind(_clsItem.m_qstrId);
+    if (itChildren != _qmapChildren.cend()) {
+        qvecChildren.reserve(itChildren.value().size());
+        for (const CLS_TreeItem& clsChild : itChildren.value())
+            qvecChildren.append(&clsChild);
+    }
+    std::sort(qvecChildren.begin(), qvecChildren.end(), [](const CLS_TreeItem* _pA, const CLS_TreeItem* _pB) {
+        return SortByNo(const_cast<CLS_TreeItem&>(*_pA), const_cast<CLS_TreeItem&>(*_pB));
+    });
 
     _qsetPath.insert(_clsItem.m_qstrId);
-    for (const CLS_TreeItem& clsChild : qvecChildren) {
+    for (const CLS_TreeItem* pChild : qAsConst(qvecChildren)) {
         // A record that stands on its own path from the root would recurse without end.
-        if (_qsetPath.contains(clsChild.m_qstrId))
+        if (_qsetPath.contains(pChild->m_qstrId))
             continue;
-        CreateTreeOnPath(pNode, clsChild, _qmapChildren, true, _qsetPath); // a failing child is skipped
+        CreateTreeOnPath(pNode, *pChild, _qmapChildren, true, _qsetPath); // a failing child is skipped
     }
     _qsetPath.remove(_clsItem.m_qstrId);
     return 0;
@@ -307,6 +314,22 @@ bool CLS_WgtBaseTreeWidget::SortByNo(CLS_TreeItem& _clsFirst, CLS_TreeItem& _cls
 QTreeWidgetItem* CLS_WgtBaseTreeWidget::GetNodeById(const QString& _qstrId)
 {
     return m_qmapNodes.value(_qstrId, nullptr);
+}
+
+int CLS_WgtBaseTreeWidget::CountRows(const QTreeWidgetItem* _pRow)
+{
+    // A walk with a stack of its own: the depth of a tree is the page's.
+    QVector<const QTreeWidgetItem*> qvecOpen;
+    if (_pRow != nullptr)
+        qvecOpen.append(_pRow);
+    int iRows = 0;
+    while (!qvecOpen.isEmpty()) {
+        const QTreeWidgetItem* pRow = qvecOpen.takeLast();
+        ++iRows;
+        for (int i = 0; i < pRow->childCount(); ++i)
+            qvecOpen.append(pRow->child(i));
+    }
+    return iRows;
 }
 
 int CLS_WgtBaseTreeWidget::GetBindData(QTreeWidgetItem* _pNode, CLS_TreeItem& _clsItem)
@@ -493,6 +516,13 @@ void CLS_WgtBaseTreeWidget::SlotCheckStateChanged(QTreeWidgetItem* _pItem, bool 
 {
     if (_pItem == nullptr || !m_blCheckEnable || !m_blSendChecked)
         return;
+    // The record as the row holds it, without a copy of its own when it is stored as itself.
+    const QVariant varData = _pItem->data(0, CONST_iRecordRole);
+    if (varData.userType() == qMetaTypeId<CLS_TreeItem>()) {
+        const CLS_TreeItem& clsItem = *static_cast<const CLS_TreeItem*>(varData.constData());
+        emit SignCheckedStatusChanged(clsItem.m_qstrId, _blChecked, clsItem);
+        return;
+    }
     CLS_TreeItem clsItem;
     if (GetBindData(_pItem, clsItem) != 0)
         return;

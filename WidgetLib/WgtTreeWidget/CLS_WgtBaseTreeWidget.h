@@ -64,6 +64,8 @@ public:
 
     // Root id of the last accepted Init (the root has a row only if it was shown).
     const QString& GetRootId() const { return m_qstrRootId; }
+    // The row and every row below it, hidden or folded ones too; 0 for no row.
+    static int CountRows(const QTreeWidgetItem* _pRow);
     // Called by startDrag with the payload it has just made, before the drag starts, so that an
     // owner can add formats of its own for receivers outside this tree; gives how many rows the drag
     // carries for them (the picture of a drag of several rows tells how many more there are).

@@ -18,6 +18,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QMetaMethod>
 #include <QMutexLocker>
 #include <QPointer>
 #include <QThread>
@@ -1725,24 +1726,32 @@ void CLS_WgtDeviceTree::SlotDblClicked(QString _qstrId, CLS_TreeItem _clsData)
 void CLS_WgtDeviceTree::SlotCheckedStatusChange(QString _qstrId, bool _blChecked, CLS_TreeItem _clsData)
 {
     Q_UNUSED(_clsData)
-    CLS_CustomTreeNode node;
-    if (!LookupNode(_qstrId, node))
+    if (_qstrId.isEmpty())
+        return;
+    const auto itNode = m_qmapNodes.constFind(_qstrId);
+    if (itNode == m_qmapNodes.cend())
         return;
 
-    if (m_iTreeType == DEV_TREE_CUSTOM && node.m_iType == CONST_iTypeGroup) {
+    if (itNode.value().m_iType == CONST_iTypeGroup) {
         // An empty group of a custom tree can't stay checked: put it back quietly.
-        if (!HasChildNode(_qstrId)) {
+        if (m_iTreeType == DEV_TREE_CUSTOM && !HasChildNode(_qstrId))
             SetItemCheckStatus(_qstrId, Qt::Unchecked, false);
-            return;
-        }
-    }
-    if (node.m_iType == CONST_iTypeGroup)
         return; // groups are never reported
+    }
 
-    QPointer<CLS_WgtDeviceTree> pSelf(this);
-    emit SignCheckedStatusChanged(node, _blChecked); // outside the lock
-    if (pSelf.isNull())
-        return; // a page deleted the tree in its slot
+    // The node as it is now: what the page is told and what the batch reports, whatever the
+    // page's slot changes. With nothing connected, nothing runs in between and the map's own
+    // node is queued.
+    static const QMetaMethod s_signal = QMetaMethod::fromSignal(&CLS_WgtDeviceTree::SignCheckedStatusChanged);
+    CLS_CustomTreeNode nodeSent;
+    const bool blConnected = isSignalConnected(s_signal);
+    if (blConnected) {
+        nodeSent = itNode.value();
+        QPointer<CLS_WgtDeviceTree> pSelf(this);
+        emit SignCheckedStatusChanged(nodeSent, _blChecked); // outside the lock
+        if (pSelf.isNull())
+            return; // a page deleted the tree in its slot
+    }
 
     QMutexLocker locker(&m_mtxChecked);
     if (!m_tmCheckedWatcher.isActive()) {
@@ -1754,7 +1763,10 @@ void CLS_WgtDeviceTree::SlotCheckedStatusChange(QString _qstrId, bool _blChecked
     auto itSend = m_qmapCheckChanged.constFind(_qstrId);
     if (itSend != m_qmapCheckChanged.cend() && !itSend.value())
         return; // quietly set earlier in this batch
-    m_qvecCheckChangedQueue.append(qMakePair(node, _blChecked));
+    // An empty entry filled in place: one copy of the node instead of two.
+    m_qvecCheckChangedQueue.append(QPair<CLS_CustomTreeNode, bool>());
+    m_qvecCheckChangedQueue.last().first = blConnected ? nodeSent : itNode.value();
+    m_qvecCheckChangedQueue.last().second = _blChecked;
 }
 
 void CLS_WgtDeviceTree::SlotSelected(QString _qstrId, CLS_TreeItem _clsData, QString _qstrOldId)
@@ -1828,6 +1840,13 @@ void CLS_WgtDeviceTree::SetItemCheckStatus(const QString& _qstrId, Qt::CheckStat
     {
         QMutexLocker locker(&m_mtxChecked);
         m_qmapCheckChanged.insert(qstrId, _blSend);
+        if (_blSend) {
+            // Room for every row the cascade may report, so that the queue of a big site doesn't
+            // grow and move step by step.
+            const int iRows = CLS_WgtBaseTreeWidget::CountRows(PanelTree()->GetNodeById(qstrId));
+            if (iRows > 64)
+                m_qvecCheckChangedQueue.reserve(m_qvecCheckChangedQueue.size() + iRows);
+        }
     }
     // Not under the lock: the panel may come straight back into SlotCheckedStatusChange.
     m_pTreePanel->SetItemCheckStatus(qstrId, _iState, _blSend);
