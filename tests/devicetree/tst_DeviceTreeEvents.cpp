@@ -230,6 +230,8 @@ private slots:
     void shouldQueueFirstChangeDespiteEarlierQuietSet();
     void shouldDeliverBatchAfterClear();
     void shouldKeepSendMapWhenNothingQueued();
+    void shouldQueueEveryRowOfACheckedSiteWithOrWithoutAListener();
+    void shouldQueueNodeAsItWasWhenItsChangeWasReported();
     void shouldReportSignCheckedOnlyThroughOwnSlot();
 
     // calls through to the panel
@@ -523,6 +525,59 @@ void tst_DeviceTreeEvents::shouldReportNoToolButtonOfRowWithoutNode()
 }
 
 // ---- check changes and batches ------------------------------------------------------------------
+
+void tst_DeviceTreeEvents::shouldQueueEveryRowOfACheckedSiteWithOrWithoutAListener()
+{
+    // A site of 100 channels, big enough for the queue to be sized for the cascade.
+    QMap<QString, CLS_CustomTreeNode> qmapNodes;
+    Add(qmapNodes, MakeNode("site", CONST_CUSTOM_ROOT, 2, QString(), 1));
+    for (int i = 0; i < 100; ++i)
+        Add(qmapNodes,
+            MakeNode(QString("s%1").arg(i, 3, 10, QChar('0')), "site", 4, QString("D%1").arg(i), 100 - i, 1));
+    QStringList qlstTexts;
+    for (bool blListener : {true, false}) {
+        CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM, false, true, true);
+        QVERIFY(BuildShown(tree, qmapNodes, "Root"));
+        QSignalSpy spyQueue(&tree, &CLS_WgtDeviceTree::SignCheckedStatusChangedQueue);
+        int iHeard = 0;
+        if (blListener) {
+            connect(&tree, &CLS_WgtDeviceTree::SignCheckedStatusChanged, &tree,
+                    [&iHeard](CLS_CustomTreeNode, bool) { ++iHeard; });
+        }
+
+        tree.SetItemCheckStatus(QString(), Qt::Checked, true);
+
+        QCOMPARE(iHeard, blListener ? 100 : 0);
+        QVERIFY(spyQueue.wait(5000));
+        const CLS_CheckBatch qvecBatch = spyQueue.at(0).at(0).value<CLS_CheckBatch>();
+        QCOMPARE(qvecBatch.size(), 100);
+        QCOMPARE(NodeText(qvecBatch.first().first), NodeText(tree.m_qmapNodes.value("s099")));
+        qlstTexts << BatchText(qvecBatch);
+    }
+    QCOMPARE(qlstTexts.at(1), qlstTexts.at(0));
+    QVERIFY(qlstTexts.at(0).startsWith("s099:1 s098:1 "));
+}
+
+void tst_DeviceTreeEvents::shouldQueueNodeAsItWasWhenItsChangeWasReported()
+{
+    CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM, false, true, true);
+    QVERIFY(BuildShown(tree, CustomNodes(), "Root"));
+    QSignalSpy spyQueue(&tree, &CLS_WgtDeviceTree::SignCheckedStatusChangedQueue);
+    // The page renames the node in its slot: the batch still holds the node it was told of.
+    connect(&tree, &CLS_WgtDeviceTree::SignCheckedStatusChanged, &tree,
+            [&tree](CLS_CustomTreeNode _node, bool) {
+                tree.m_qmapNodes[_node.m_qstrTreeId].m_qstrName = "renamed";
+            });
+    const QString qstrBefore = tree.m_qmapNodes.value("c3").m_qstrName;
+
+    ClickCheckBox(tree, "c3");
+
+    QCOMPARE(tree.m_qmapNodes.value("c3").m_qstrName, QString("renamed"));
+    QVERIFY(spyQueue.wait(5000));
+    const CLS_CheckBatch qvecBatch = spyQueue.at(0).at(0).value<CLS_CheckBatch>();
+    QCOMPARE(qvecBatch.size(), 1);
+    QCOMPARE(qvecBatch.at(0).first.m_qstrName, qstrBefore);
+}
 
 void tst_DeviceTreeEvents::shouldBatchOneChangeIntoQueue()
 {
