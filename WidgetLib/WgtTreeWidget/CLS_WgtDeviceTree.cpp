@@ -1843,7 +1843,9 @@ void CLS_WgtDeviceTree::SetItemCheckStatus(const QString& _qstrId, Qt::CheckStat
         if (_blSend) {
             // Room for every row the cascade may report, so that the queue of a big site doesn't
             // grow and move step by step.
-            const int iRows = CLS_WgtBaseTreeWidget::CountRows(PanelTree()->GetNodeById(qstrId));
+            CLS_WgtBaseTreeWidget* pTree = PanelTree();
+            const int iRows =
+                pTree != nullptr ? CLS_WgtBaseTreeWidget::CountRows(pTree->GetNodeById(qstrId)) : 0;
             if (iRows > 64)
                 m_qvecCheckChangedQueue.reserve(m_qvecCheckChangedQueue.size() + iRows);
         }

@@ -97,6 +97,7 @@ private slots:
 
     // Init
     void shouldMakeRootChildrenTopLevelWithoutRootRow();
+    void shouldCountRowAndEveryRowBelowIt();
     void shouldShowRootAsOnlyTopRowWithRootRow();
     void shouldKeepOldTreeWhenRootIdUnknown();
     void shouldRefuseEmptyRootIdOrEmptyMap();
@@ -246,6 +247,21 @@ void tst_CLS_WgtBaseTreeWidget::shouldStartEmptyAndAnswerLookupsWithFailure()
     QCOMPARE(tree.GetAllItems(qmapItems), 0);
     QVERIFY(qmapItems.isEmpty());
     QVERIFY(qvecItems.isEmpty());
+}
+
+void tst_CLS_WgtBaseTreeWidget::shouldCountRowAndEveryRowBelowIt()
+{
+    CLS_TestBaseTree tree;
+    QCOMPARE(tree.Init("root", SampleTree(), true), 0);
+    QCOMPARE(Snapshot(tree), QString("root(a(a1(a11),a2),b)"));
+    tree.collapseAll();
+    tree.GetNodeById("a2")->setHidden(true);
+
+    // Folded and hidden rows count too.
+    QCOMPARE(CLS_WgtBaseTreeWidget::CountRows(tree.GetNodeById("root")), 6);
+    QCOMPARE(CLS_WgtBaseTreeWidget::CountRows(tree.GetNodeById("a")), 4);
+    QCOMPARE(CLS_WgtBaseTreeWidget::CountRows(tree.GetNodeById("a11")), 1);
+    QCOMPARE(CLS_WgtBaseTreeWidget::CountRows(nullptr), 0);
 }
 
 void tst_CLS_WgtBaseTreeWidget::shouldMakeRootChildrenTopLevelWithoutRootRow()
