@@ -93,7 +93,7 @@ QMimeData* CLS_DeviceTreeMultiSelect::CreateDragData(const QVector<QString>& _qv
         qvecNodes.append(it.value());
         QTreeWidgetItem* pRow = m_pTree != nullptr ? m_pTree->GetNodeById(qstrId) : nullptr;
         if (qbaAddress.isEmpty() && pRow != nullptr)
-            qbaAddress = QVariant(QString::number(reinterpret_cast<quintptr>(pRow))).toByteArray();
+            qbaAddress = CLS_WgtBaseTreeWidget::RowAddressBytes(pRow);
     }
     return CLS_DeviceTreeDragData::Create(qvecNodes, qbaAddress);
 }

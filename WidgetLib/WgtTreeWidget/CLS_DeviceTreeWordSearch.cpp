@@ -92,10 +92,12 @@ QStringList CLS_DeviceTreeWordSearch::SplitWords(const QString& _qstrLine)
 
 QString CLS_DeviceTreeWordSearch::PathText(const QString& _qstrName, const QStringList& _qlstParents)
 {
-    if (_qlstParents.isEmpty())
-        return _qstrName;
-    return _qstrName + CONST_qstrNameSeparator +
-           _qlstParents.mid(0, CONST_iMaxParents).join(CONST_qstrParentSeparator);
+    return EntryText(_qstrName, _qlstParents.mid(0, CONST_iMaxParents).join(CONST_qstrParentSeparator));
+}
+
+QString CLS_DeviceTreeWordSearch::EntryText(const QString& _qstrName, const QString& _qstrParents)
+{
+    return _qstrParents.isEmpty() ? _qstrName : _qstrName + CONST_qstrNameSeparator + _qstrParents;
 }
 
 QString CLS_DeviceTreeWordSearch::RowName(QTreeWidgetItem* _pRow) const
@@ -138,8 +140,7 @@ QListWidgetItem* CLS_DeviceTreeWordSearch::MakeEntry(const QString& _qstrId, con
         }
         qstrParents = it.value();
     }
-    pEntry->setData(Qt::DisplayRole,
-                    qstrParents.isEmpty() ? _qstrName : _qstrName + CONST_qstrNameSeparator + qstrParents);
+    pEntry->setData(Qt::DisplayRole, EntryText(_qstrName, qstrParents));
     pEntry->setData(CLS_SearchResultDelegate::CONST_iNameLengthRole, int(_qstrName.size()));
     return pEntry;
 }

@@ -51,6 +51,8 @@ public:
     static QStringList SplitWords(const QString& _qstrLine);
     // "Name — P1 / P2 / P3", the nearest parent first; just the name without parents.
     static QString PathText(const QString& _qstrName, const QStringList& _qlstParents);
+    // "Name — parents" from the parents already joined; just the name when they are empty.
+    static QString EntryText(const QString& _qstrName, const QString& _qstrParents);
 
 private:
     // The panel searches through this object only while something here is on.

@@ -332,6 +332,11 @@ int CLS_WgtBaseTreeWidget::CountRows(const QTreeWidgetItem* _pRow)
     return iRows;
 }
 
+QByteArray CLS_WgtBaseTreeWidget::RowAddressBytes(const QTreeWidgetItem* _pRow)
+{
+    return QVariant(QString::number(reinterpret_cast<quintptr>(_pRow))).toByteArray();
+}
+
 int CLS_WgtBaseTreeWidget::GetBindData(QTreeWidgetItem* _pNode, CLS_TreeItem& _clsItem)
 {
     if (_pNode == nullptr)
@@ -863,8 +868,7 @@ void CLS_WgtBaseTreeWidget::startDrag(Qt::DropActions _supportedActions)
 
     // Only meaningful inside this tree: the row's address, which nothing reads back.
     auto* pMimeData = new QMimeData();
-    pMimeData->setData("application/x-qabstractitemmodeldatalist",
-                       QVariant(QString::number(reinterpret_cast<quintptr>(pNode))).toByteArray());
+    pMimeData->setData("application/x-qabstractitemmodeldatalist", RowAddressBytes(pNode));
     const int iRows = m_fnDragPayload ? m_fnDragPayload(pMimeData) : 1;
 
     // The picture comes from a button the style sheet can address as "dragBgBtn".

@@ -66,6 +66,9 @@ public:
     const QString& GetRootId() const { return m_qstrRootId; }
     // The row and every row below it, hidden or folded ones too; 0 for no row.
     static int CountRows(const QTreeWidgetItem* _pRow);
+    // The bytes of the tree's own drag format for a row: its address as decimal text, which is only
+    // meaningful inside this process and which nothing reads back.
+    static QByteArray RowAddressBytes(const QTreeWidgetItem* _pRow);
     // Called by startDrag with the payload it has just made, before the drag starts, so that an
     // owner can add formats of its own for receivers outside this tree; gives how many rows the drag
     // carries for them (the picture of a drag of several rows tells how many more there are).

@@ -321,30 +321,29 @@ int RunFindAndTake(int _iGroups)
         return dMs;
     };
 
+    // One keystroke of the tree's own search by name against one of the search by words with paths;
+    // the label takes the hits of each, words first.
+    auto compare = [&](const QString& _qstrLabel, const QString& _qstrNameBefore, Qt::Key _nameKey,
+                       const QString& _qstrNameKey, const QString& _qstrWordsBefore, Qt::Key _wordsKey,
+                       const QString& _qstrWordsKey) {
+        pTree->SetSearchMode(0);
+        pTree->SetSearchShowsPath(false);
+        const double dByName = keystroke(_qstrNameBefore, _nameKey, _qstrNameKey);
+        const int iByName = iHits;
+        pTree->SetSearchMode(1);
+        pTree->SetSearchShowsPath(true);
+        const double dWords = keystroke(_qstrWordsBefore, _wordsKey, _qstrWordsKey);
+        row(_qstrLabel.arg(iHits).arg(iByName), dWords, dByName);
+    };
+
     // A few hundred hits: one group's channels and ten more.
-    const double dFewByName = keystroke("cam 004", Qt::Key_2, "2");
-    const int iFewByName = iHits;
-    pTree->SetSearchMode(1);
-    pTree->SetSearchShowsPath(true);
-    const double dFewWords = keystroke("0042 ca", Qt::Key_M, "m");
-    row(QString("keystroke, few hits: \"0042 cam\" words+paths (%1) / \"cam 0042\" (%2)")
-            .arg(iHits)
-            .arg(iFewByName),
-        dFewWords, dFewByName);
-    const double dAddress = keystroke("10.0.0.4", Qt::Key_2, "2");
+    compare("keystroke, few hits: \"0042 cam\" words+paths (%1) / \"cam 0042\" (%2)", "cam 004", Qt::Key_2,
+            "2", "0042 ca", Qt::Key_M, "m");
+    const double dAddress = keystroke("10.0.0.4", Qt::Key_2, "2"); // words and paths still on
     row(QString("keystroke, by address: \"10.0.0.42\" words+paths (%1)").arg(iHits), dAddress, -1);
     // Every channel: 100,000 hits (every row's name holds "North", so both lines find the same rows).
-    pTree->SetSearchMode(0);
-    pTree->SetSearchShowsPath(false);
-    const double dManyByName = keystroke("ca", Qt::Key_M, "m");
-    const int iManyByName = iHits;
-    pTree->SetSearchMode(1);
-    pTree->SetSearchShowsPath(true);
-    const double dManyWords = keystroke("north ca", Qt::Key_M, "m");
-    row(QString("keystroke, every channel: \"north cam\" words+paths (%1) / \"cam\" (%2)")
-            .arg(iHits)
-            .arg(iManyByName),
-        dManyWords, dManyByName);
+    compare("keystroke, every channel: \"north cam\" words+paths (%1) / \"cam\" (%2)", "ca", Qt::Key_M, "m",
+            "north ca", Qt::Key_M, "m");
     pTree->SetSearchMode(0);
     pTree->SetSearchShowsPath(false);
 
