@@ -2,10 +2,10 @@
 
 #include "CLS_WgtBaseTreeWidget.h"
 
-CLS_TreeRowBatch::CLS_TreeRowBatch(CLS_WgtBaseTreeWidget* _pTree) : m_pTree(_pTree)
+CLS_TreeRowBatch::CLS_TreeRowBatch(CLS_WgtBaseTreeWidget* _pTree, bool _blLayoutOnce) : m_pTree(_pTree)
 {
     if (m_pTree != nullptr)
-        m_pTree->BeginRowBatch();
+        m_pTree->BeginRowBatch(_blLayoutOnce);
 }
 
 CLS_TreeRowBatch::~CLS_TreeRowBatch()

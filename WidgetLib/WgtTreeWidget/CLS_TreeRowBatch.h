@@ -15,7 +15,10 @@ class CLS_WgtBaseTreeWidget;
 class CLS_TreeRowBatch
 {
 public:
-    explicit CLS_TreeRowBatch(CLS_WgtBaseTreeWidget* _pTree);
+    // _blLayoutOnce: the rows are laid out once at the end instead of after each change. A batch
+    // that changes no row's place or height (check states) passes false: the view then keeps its
+    // layout, and each change costs the view what it costs without a batch.
+    explicit CLS_TreeRowBatch(CLS_WgtBaseTreeWidget* _pTree, bool _blLayoutOnce = true);
     ~CLS_TreeRowBatch();
 
     CLS_TreeRowBatch(const CLS_TreeRowBatch&) = delete;

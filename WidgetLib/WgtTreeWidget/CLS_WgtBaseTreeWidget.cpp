@@ -182,33 +182,38 @@ int CLS_WgtBaseTreeWidget::Init(const QString& _qstrRootId, const QMap<QString, 
     // measures one row instead of every row it lays out, scrolls or updates.
     SetUniformRows(_qmapItems.size() > CONST_iEagerToolBarRows && (m_blBuildOnDemand || iButtonRows == 0));
 
-    // Parent id -> children. The insertion place, one ahead of the first sibling with a greater
-    // number rather than directly before it, is kept as it always was; CreateTree sorts again, so
-    // it only shows in the order of equal numbers.
-    QMap<QString, QVector<CLS_TreeItem>> qmapChildren;
-    for (auto it = _qmapItems.cbegin(); it != _qmapItems.cend(); ++it) {
+    // Parent id -> children, by reference into the records. The insertion place, one ahead of the
+    // first sibling with a greater number rather than directly before it, is kept as it always was;
+    // the build sorts again, so it only shows in the order of equal numbers. The records are read
+    // through a copy of the map's handle: a caller that changes its own map while rows are made
+    // (from a slot of the model's signals) leaves these records alone.
+    const QMap<QString, CLS_TreeItem> qmapItems = _qmapItems;
+    ChildMap qmapChildren;
+    for (auto it = qmapItems.cbegin(); it != qmapItems.cend(); ++it) {
         const CLS_TreeItem& clsItem = it.value();
         if (clsItem.m_qstrParentId.isEmpty())
             continue;
         auto itChildren = qmapChildren.find(clsItem.m_qstrParentId);
         if (itChildren == qmapChildren.end()) {
-            qmapChildren.insert(clsItem.m_qstrParentId, QVector<CLS_TreeItem>{clsItem});
+            qmapChildren.insert(clsItem.m_qstrParentId, QVector<const CLS_TreeItem*>{&clsItem});
             continue;
         }
-        QVector<CLS_TreeItem>& qvecSiblings = itChildren.value();
+        QVector<const CLS_TreeItem*>& qvecSiblings = itChildren.value();
         int i = 0;
         for (; i < qvecSiblings.size(); ++i) {
-            if (qvecSiblings.at(i).m_iSortNo > clsItem.m_iSortNo)
+            if (qvecSiblings.at(i)->m_iSortNo > clsItem.m_iSortNo)
                 break;
         }
         if (i == qvecSiblings.size())
-            qvecSiblings.append(clsItem);
+            qvecSiblings.append(&clsItem);
         else
-            qvecSiblings.insert(i == 0 ? 0 : i - 1, clsItem);
+            qvecSiblings.insert(i == 0 ? 0 : i - 1, &clsItem);
     }
 
     const CLS_RowIconCache iconBatch; // every row and tool bar of the build
-    return CreateTree(nullptr, _qmapItems.value(_qstrRootId), qmapChildren, _blShowRoot);
+    const auto itRoot = qmapItems.constFind(_qstrRootId);
+    QSet<QString> qsetPath;
+    return CreateTreeOnPath(nullptr, itRoot.value(), qmapChildren, _blShowRoot, qsetPath);
 }
 
 void CLS_WgtBaseTreeWidget::Clear()
@@ -224,13 +229,20 @@ int CLS_WgtBaseTreeWidget::CreateTree(QTreeWidgetItem* _pParent, const CLS_TreeI
                                       const QMap<QString, QVector<CLS_TreeItem>>& _qmapChildren,
                                       bool _blCreate)
 {
+    ChildMap qmapChildren;
+    for (auto it = _qmapChildren.cbegin(); it != _qmapChildren.cend(); ++it) {
+        QVector<const CLS_TreeItem*>& qvecChildren = qmapChildren[it.key()];
+        qvecChildren.reserve(it.value().size());
+        for (const CLS_TreeItem& clsChild : it.value())
+            qvecChildren.append(&clsChild);
+    }
     QSet<QString> qsetPath;
-    return CreateTreeOnPath(_pParent, _clsItem, _qmapChildren, _blCreate, qsetPath);
+    return CreateTreeOnPath(_pParent, _clsItem, qmapChildren, _blCreate, qsetPath);
 }
 
 int CLS_WgtBaseTreeWidget::CreateTreeOnPath(QTreeWidgetItem* _pParent, const CLS_TreeItem& _clsItem,
-                                            const QMap<QString, QVector<CLS_TreeItem>>& _qmapChildren,
-                                            bool _blCreate, QSet<QString>& _qsetPath)
+                                            const ChildMap& _qmapChildren, bool _blCreate,
+                                            QSet<QString>& _qsetPath)
 {
     if (_clsItem.m_qstrId.isEmpty())
         return -1;
@@ -251,15 +263,13 @@ int CLS_WgtBaseTreeWidget::CreateTreeOnPath(QTreeWidgetItem* _pParent, const CLS
             MountItemButtons(pNode, _clsItem.m_qstrId, _clsItem.m_qvecButtons, false, m_blBuildOnDemand);
     }
 
+    const auto itChildren = _qmapChildren.constFind(_clsItem.m_qstrId);
+    if (itChildren == _qmapChildren.cend() || itChildren.value().isEmpty())
+        return 0; // a leaf: nothing to descend into, so nothing to keep on the path
+
     // The children sorted by reference: the same order as sorting the records themselves (the sort
     // sees the same comparisons), without copying every record of the level.
-    QVector<const CLS_TreeItem*> qvecChildren;
-    const auto itChildren = _qmapChildren.constFind(_clsItem.m_qstrId);
-    if (itChildren != _qmapChildren.cend()) {
-        qvecChildren.reserve(itChildren.value().size());
-        for (const CLS_TreeItem& clsChild : itChildren.value())
-            qvecChildren.append(&clsChild);
-    }
+    QVector<const CLS_TreeItem*> qvecChildren = itChildren.value();
     std::sort(qvecChildren.begin(), qvecChildren.end(), [](const CLS_TreeItem* _pA, const CLS_TreeItem* _pB) {
         return SortByNo(const_cast<CLS_TreeItem&>(*_pA), const_cast<CLS_TreeItem&>(*_pB));
     });
@@ -679,7 +689,7 @@ void CLS_WgtBaseTreeWidget::SetItemCheckStatus(QString _qstrId, Qt::CheckState _
     QTreeWidgetItem* pNode = GetNodeById(_qstrId);
     if (pNode == nullptr)
         return;
-    CLS_TreeRowBatch batch(this);
+    CLS_TreeRowBatch batch(this, false); // check states only: the rows stay where they are
     if (!_blSend)
         m_blSendChecked = false;
     // Qt passes the state down inside this call, so the gate covers the children's signals too.
@@ -1080,7 +1090,7 @@ int CLS_WgtBaseTreeWidget::MoveOneRow(const QString& _qstrSrcId, const QString& 
 
 // ---- many-row changes ----------------------------------------------------------------------------
 
-void CLS_WgtBaseTreeWidget::BeginRowBatch()
+void CLS_WgtBaseTreeWidget::BeginRowBatch(bool _blLayoutOnce)
 {
     if (m_iRowBatchDepth++ > 0)
         return;
@@ -1100,8 +1110,11 @@ void CLS_WgtBaseTreeWidget::BeginRowBatch()
         return; // inside a paint: the view lays out and repaints anyway
     // With a layout pending, the view skips its per-row work (row heights, the row's rectangle)
     // on every change and expands or folds by bookkeeping alone; the rows are laid out once, when
-    // the batch ends or when something inside it asks where a row is.
-    scheduleDelayedItemsLayout();
+    // the batch ends or when something inside it asks where a row is. A batch that moves no row
+    // keeps the layout the view has: laying out every expanded row again would cost more than the
+    // view's own work for each changed row.
+    if (_blLayoutOnce)
+        scheduleDelayedItemsLayout();
     // One repaint at the end is enough.
     m_blBatchUpdates = updatesEnabled();
     if (m_blBatchUpdates)

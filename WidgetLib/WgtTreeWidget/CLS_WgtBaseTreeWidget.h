@@ -83,7 +83,7 @@ public:
 
     // Many-row changes: see CLS_TreeRowBatch, which calls these two. Every operation of this tree
     // that touches many rows runs inside a batch of its own; owners wrap loops of single-row calls.
-    void BeginRowBatch();
+    void BeginRowBatch(bool _blLayoutOnce = true);
     void EndRowBatch();
     bool InRowBatch() const { return m_iRowBatchDepth > 0; }
     // Inside a batch, after a call that laid the rows out (expandAll, a scroll to a row): keeps
@@ -240,9 +240,10 @@ private:
 
     // CreateTree with the ids of the rows from the root down to _clsItem, so that a record listed
     // (directly or through others) under itself is not descended into again.
+    // Parent id -> its children, by reference into the records of the build.
+    using ChildMap = QMap<QString, QVector<const CLS_TreeItem*>>;
     int CreateTreeOnPath(QTreeWidgetItem* _pParent, const CLS_TreeItem& _clsItem,
-                         const QMap<QString, QVector<CLS_TreeItem>>& _qmapChildren, bool _blCreate,
-                         QSet<QString>& _qsetPath);
+                         const ChildMap& _qmapChildren, bool _blCreate, QSet<QString>& _qsetPath);
     QString ElidedText(const QString& _qstrText, QTreeWidgetItem* _pNode) const;
 
     int m_iRowBatchDepth = 0;

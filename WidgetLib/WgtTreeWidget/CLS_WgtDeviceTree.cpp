@@ -86,6 +86,15 @@ bool IsBoundKind(int _iDevBindType)
            _iDevBindType == CONST_iBindWay;
 }
 
+// QMap::insert for keys that mostly come in ascending order, as a build made from a map gives them:
+// with the end as hint the map appends after one comparison instead of searching from its root. A
+// key out of order, or one the map holds, is inserted (or replaced) as by the plain insert.
+template <typename Key, typename Value>
+void InsertAtEnd(QMap<Key, Value>& _qmapTarget, const Key& _key, const Value& _value)
+{
+    _qmapTarget.insert(_qmapTarget.cend(), _key, _value);
+}
+
 // The key of the root in a build's source. Resource and raw sources know no passenger-flow root.
 QString BuildRootKey(n_DevTreeType _iTreeType, bool _blNodes)
 {
@@ -541,11 +550,11 @@ void CLS_WgtDeviceTree::KeepBuiltRow(const CLS_CustomTreeNode& _node, const CLS_
                                      bool _blRoot, QMap<QString, CLS_TreeItem>& _qmapItems)
 {
     // The node's own tree id, not the key it came under.
-    m_qmapNodes.insert(_node.m_qstrTreeId, _node);
-    m_qmapDevIdToTreeId.insert(_node.m_qstrDevId, _node.m_qstrTreeId);
+    InsertAtEnd(m_qmapNodes, _node.m_qstrTreeId, _node);
+    InsertAtEnd(m_qmapDevIdToTreeId, _node.m_qstrDevId, _node.m_qstrTreeId);
     if (_blRoot)
         m_qstrRootId = _node.m_qstrTreeId;
-    _qmapItems.insert(_node.m_qstrTreeId, _clsItem);
+    InsertAtEnd(_qmapItems, _node.m_qstrTreeId, _clsItem);
 }
 
 int CLS_WgtDeviceTree::BuildTreeItems(const QString& _qstrRootId, QMap<QString, CLS_TreeItem>& _qmapItems)

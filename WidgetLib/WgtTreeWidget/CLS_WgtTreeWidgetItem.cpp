@@ -23,7 +23,9 @@ void CLS_WgtTreeWidgetItem::setData(int _iColumn, int _iRole, const QVariant& _v
 
     // A row with children passes the state down to all of them inside the call below, by a click
     // as well as by the tree's own call: one batch for the whole cascade.
-    CLS_TreeRowBatch batch(childCount() > 0 ? qobject_cast<CLS_WgtBaseTreeWidget*>(treeWidget()) : nullptr);
+    // No row moves or changes its height: the view keeps its layout.
+    CLS_TreeRowBatch batch(childCount() > 0 ? qobject_cast<CLS_WgtBaseTreeWidget*>(treeWidget()) : nullptr,
+                           false);
 
     // For a row with children this is the state Qt derives from them.
     const bool blSame = (QVariant(varOld.toInt()) == _varValue);

@@ -112,6 +112,7 @@ private slots:
     void shouldNotRecurseIntoParentCycleBelowRoot();
     void shouldLetLaterDuplicateIdReplaceEarlierInIndex();
     void shouldKeepDragStateAcrossInit();
+    void shouldBuildTheRecordsPassedWhenTheCallerChangesItsMapDuringTheBuild();
 
     // rows
     void shouldTakeTreeFlagsForRecordWithZeroFlags();
@@ -262,6 +263,26 @@ void tst_CLS_WgtBaseTreeWidget::shouldCountRowAndEveryRowBelowIt()
     QCOMPARE(CLS_WgtBaseTreeWidget::CountRows(tree.GetNodeById("a")), 4);
     QCOMPARE(CLS_WgtBaseTreeWidget::CountRows(tree.GetNodeById("a11")), 1);
     QCOMPARE(CLS_WgtBaseTreeWidget::CountRows(nullptr), 0);
+}
+
+void tst_CLS_WgtBaseTreeWidget::shouldBuildTheRecordsPassedWhenTheCallerChangesItsMapDuringTheBuild()
+{
+    CLS_TestBaseTree tree;
+    QMap<QString, CLS_TreeItem> qmapItems = SampleTree();
+    int iInserts = 0;
+    // A caller whose slot on the model rewrites the very map it passed, while the rows are made.
+    connect(tree.model(), &QAbstractItemModel::rowsInserted, &tree, [&]() {
+        if (iInserts++ > 0)
+            return;
+        qmapItems.clear();
+        Add(qmapItems, MakeItem("z", QString(), 0, "Zulu"));
+    });
+    QCOMPARE(tree.Init("root", qmapItems, true), 0);
+    QVERIFY(iInserts > 0);
+    QCOMPARE(Snapshot(tree), QString("root(a(a1(a11),a2),b)"));
+    CLS_TreeItem clsItem;
+    QCOMPARE(tree.GetItemById("a2", clsItem), 0);
+    QCOMPARE(clsItem.m_qstrText, QString("Alpha Two"));
 }
 
 void tst_CLS_WgtBaseTreeWidget::shouldMakeRootChildrenTopLevelWithoutRootRow()

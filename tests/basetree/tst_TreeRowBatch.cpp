@@ -42,6 +42,19 @@ int ContentsWidth(CLS_TestBaseTree& _tree)
                   pHeader->maximumSectionSize());
 }
 
+// Counts how often the view lays out its rows.
+class CLS_LayoutCountingTree : public CLS_TestBaseTree
+{
+public:
+    using CLS_TestBaseTree::CLS_TestBaseTree;
+    void doItemsLayout() override
+    {
+        ++m_iLayouts;
+        CLS_TestBaseTree::doItemsLayout();
+    }
+    int m_iLayouts = 0;
+};
+
 } // namespace
 
 class tst_TreeRowBatch : public QObject
@@ -57,6 +70,7 @@ private slots:
     void shouldSurviveATreeDestroyedInsideTheBatch();
     void shouldAcceptANullTree();
     void shouldSendCheckSignalsOfACascadeInTheirOrder();
+    void shouldKeepTheLayoutThroughACheckCascade();
     void shouldExpandAndFoldInsideABatchAsWithoutIt();
     void shouldKeepRowsSeenInsideABatchUsable();
 };
@@ -220,6 +234,33 @@ void tst_TreeRowBatch::shouldSendCheckSignalsOfACascadeInTheirOrder()
     QCOMPARE(qlstIds, QStringList({"g1-0", "g1-1", "g1", "root"}));
     QVERIFY(!tree.InRowBatch());
     QCOMPARE(tree.header()->sectionResizeMode(0), QHeaderView::ResizeToContents);
+}
+
+void tst_TreeRowBatch::shouldKeepTheLayoutThroughACheckCascade()
+{
+    CLS_LayoutCountingTree tree(nullptr, true);
+    tree.resize(300, 400);
+    tree.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&tree));
+    QCOMPARE(tree.Init("root", Groups(20, 5), true), 0);
+    tree.expandAll();
+    QCoreApplication::processEvents();
+    const QRect rectBefore = tree.visualItemRect(tree.GetNodeById("g3-2"));
+    QVERIFY(rectBefore.isValid());
+
+    // Check states move no row: neither the tree's call nor a click on a parent's box lays the
+    // rows out again, and every row of the cascade has its state and its place.
+    tree.m_iLayouts = 0;
+    tree.SetItemCheckStatus("root", Qt::Checked, true);
+    QCOMPARE(tree.m_iLayouts, 0);
+    QCOMPARE(tree.GetNodeById("g3-2")->checkState(0), Qt::Checked);
+    tree.GetNodeById("g3")->setData(0, Qt::CheckStateRole, static_cast<int>(Qt::Unchecked));
+    QCOMPARE(tree.m_iLayouts, 0);
+    QCOMPARE(tree.GetNodeById("g3-2")->checkState(0), Qt::Unchecked);
+    QCOMPARE(tree.GetNodeById("root")->checkState(0), Qt::PartiallyChecked);
+    QCOMPARE(tree.visualItemRect(tree.GetNodeById("g3-2")), rectBefore);
+    QVERIFY(!tree.InRowBatch());
+    QVERIFY(tree.updatesEnabled());
 }
 
 void tst_TreeRowBatch::shouldExpandAndFoldInsideABatchAsWithoutIt()
