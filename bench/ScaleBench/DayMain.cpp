@@ -4,7 +4,7 @@
 // scrolling with a repaint each, every channel put on line (not timed), one status batch that
 // turns every channel off line, the root checked, two keystrokes of the search, the tree deleted.
 //
-//   ScaleDay --side ours|base --groups N --buttons none|always|hover
+//   ScaleDay --side ours|base|design --groups N --buttons none|always|hover
 //       prints "OP <name> <ms>" lines, then "RSS <kB>".
 //
 // The program links no sibling library: it finds them by name at run time, as a page's
@@ -12,6 +12,8 @@
 // path. Our tree's status thread runs as it does in a page.
 
 #include "ScaleSides.h"
+
+#include "DesignRowsSide.h"
 
 #include <QCommandLineParser>
 #include <QScrollBar>
@@ -42,6 +44,8 @@ int RunDay(const QString& _qstrSide, const STRCT_Case& _stCase)
     std::unique_ptr<CLS_Side> pSide;
     if (_qstrSide == "ours")
         pSide = std::make_unique<CLS_OurSide>();
+    else if (_qstrSide == "design")
+        pSide = std::make_unique<CLS_DesignRowsSide>();
     else
         pSide = std::make_unique<CLS_BaseSide>();
     CLS_Side& side = *pSide;
@@ -114,7 +118,8 @@ int main(int argc, char* argv[])
     QApplication app(argc, argv);
     QCommandLineParser parser;
     parser.addHelpOption();
-    QCommandLineOption optSide("side", "ours or base.", "side", "ours");
+    QCommandLineOption optSide("side", "ours, base, or design (base with our design's rows).", "side",
+                               "ours");
     QCommandLineOption optGroups("groups", "Groups of 32 channels.", "count", "1000");
     QCommandLineOption optButtons("buttons", "none, always or hover.", "type", "hover");
     parser.addOptions({optSide, optGroups, optButtons});

@@ -341,14 +341,16 @@ public:
 
         const Qt::ItemFlags flags =
             Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsUserCheckable | Qt::ItemIsAutoTristate;
-        m_pRoot = MakeRow(CONST_qstrRootId, CONST_qstrCommon, QIcon(qstrPic + "root_icon.png"), 1, flags);
+        m_pRoot = MakeRow(CONST_qstrRootId, QString(), CONST_qstrCommon, QIcon(qstrPic + "root_icon.png"), 1,
+                          flags);
         QList<QTreeWidgetItem*> qlstGroups;
         for (int g = 0; g < _stCase.m_iGroups; ++g) {
-            QTreeWidgetItem* pGroup = MakeRow(GroupId(g), GroupText(g), iconGroup, 2, flags);
+            QTreeWidgetItem* pGroup =
+                MakeRow(GroupId(g), CONST_qstrRootId, GroupText(g), iconGroup, 2, flags);
             QList<QTreeWidgetItem*> qlstChannels;
             for (int c = 0; c < CONST_iChannelsPerGroup; ++c) {
                 QTreeWidgetItem* pChannel =
-                    MakeRow(ChannelId(g, c), ChannelText(g, c), m_iconOffline, 4, flags);
+                    MakeRow(ChannelId(g, c), GroupId(g), ChannelText(g, c), m_iconOffline, 4, flags);
                 m_qhashChannels.insert(ChannelId(g, c), pChannel);
                 qlstChannels.append(pChannel);
             }
@@ -397,11 +399,18 @@ public:
         m_pTree = nullptr;
     }
 
-private:
-    QTreeWidgetItem* MakeRow(const QString& _qstrId, const QString& _qstrText, const QIcon& _icon, int _iType,
-                             Qt::ItemFlags _flags)
+protected:
+    // One row: its id, the id of its parent (empty at the root), text, icon, type code and flags.
+    virtual QTreeWidgetItem* MakeRow(const QString& _qstrId, const QString& _qstrParentId,
+                                     const QString& _qstrText, const QIcon& _icon, int _iType,
+                                     Qt::ItemFlags _flags)
     {
-        auto* pItem = new QTreeWidgetItem;
+        Q_UNUSED(_qstrParentId)
+        return FillRow(new QTreeWidgetItem, _qstrId, _qstrText, _icon, _iType, _flags);
+    }
+    static QTreeWidgetItem* FillRow(QTreeWidgetItem* pItem, const QString& _qstrId, const QString& _qstrText,
+                                    const QIcon& _icon, int _iType, Qt::ItemFlags _flags)
+    {
         pItem->setFlags(_flags);
         pItem->setCheckState(0, Qt::Unchecked);
         pItem->setText(0, _qstrText);
@@ -411,6 +420,8 @@ private:
         pItem->setData(0, Qt::UserRole + 2, _iType);
         return pItem;
     }
+
+private:
     void Search(const QString& _qstrText)
     {
         m_pList->clear();
