@@ -46,6 +46,24 @@ if(NOT library OR NOT config)
     message(FATAL_ERROR "lib${pkg}.so or lib/cmake/${pkg}/${pkg}Config.cmake not installed")
 endif()
 
+# The Designer plugin, when this build made one: installed into <libdir>/qt<major>/plugins/designer,
+# where the plugin test loads it through QPluginLoader and QUiLoader.
+if(WGT_QT_MAJOR STREQUAL "5")
+    set(designer_file libWgtTreeWidgetDesigner.so)
+else()
+    set(designer_file libWgtTreeWidgetQt6Designer.so)
+endif()
+if(EXISTS ${WGT_BUILD_DIR}/plugins/designer/${designer_file})
+    set(designer_dir ${prefix}/${WGT_INSTALL_LIBDIR}/qt${WGT_QT_MAJOR}/plugins/designer)
+    if(NOT EXISTS ${designer_dir}/${designer_file})
+        message(FATAL_ERROR "Designer plugin not installed: ${designer_dir}/${designer_file}")
+    endif()
+    if(EXISTS ${WGT_BUILD_DIR}/bin/tst_DesignerPlugin)
+        run_step("designer plugin as installed" ${WGT_CMAKE_COMMAND} -E env WGT_DESIGNER_PLUGIN_DIR=${designer_dir}
+            ${WGT_BUILD_DIR}/bin/tst_DesignerPlugin)
+    endif()
+endif()
+
 run_step("configure consumer" ${WGT_CMAKE_COMMAND} -S ${WGT_CONSUMER_SOURCE} -B ${WGT_WORK_DIR}/build
     -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_BUILD_TYPE=${build_type} -DCMAKE_CXX_COMPILER=${WGT_CXX_COMPILER}
     -DWGT_PACKAGE=${pkg})
@@ -54,4 +72,7 @@ run_step("run consumer" ${WGT_WORK_DIR}/build/WgtConsumer)
 # Built with the Qt of this build's major, and running on it.
 if(NOT out MATCHES "on Qt ${WGT_QT_MAJOR}\\.[0-9]+\\.[0-9]+ \\(built with ${WGT_QT_MAJOR}\\.")
     message(FATAL_ERROR "consumer did not run on Qt ${WGT_QT_MAJOR}:\n${out}")
+endif()
+if(NOT out MATCHES "form from uic holds a CLS_WgtDeviceTree and a CLS_WgtTreeWidget")
+    message(FATAL_ERROR "consumer's uic form did not hold both trees:\n${out}")
 endif()

@@ -1,6 +1,9 @@
 // An outside program that knows the library only through its installed package: a generic tree,
-// then a small page around a device tree of ready nodes, shown, with one row selected by the page.
+// then a small page around a device tree of ready nodes, shown, with one row selected by the page,
+// then a form made in Qt Designer (TwoTrees.ui, compiled by uic) holding both trees.
 #include <WgtTreeWidget.h>
+
+#include "ui_TwoTrees.h"
 
 #include <QApplication>
 #include <QVBoxLayout>
@@ -66,6 +69,18 @@ int main(int argc, char* argv[])
                      int(qvecChannels.size()), qPrintable(clsCurrent.m_qstrTreeId), iSelected);
         return 1;
     }
+
+    QWidget form;
+    Ui::TwoTrees ui;
+    ui.setupUi(&form);
+    if (ui.wgtDeviceTree == nullptr || ui.wgtTreeWidget == nullptr ||
+        form.findChild<CLS_WgtDeviceTree*>("wgtDeviceTree") != ui.wgtDeviceTree ||
+        form.findChild<CLS_WgtTreeWidget*>("wgtTreeWidget") != ui.wgtTreeWidget) {
+        std::fprintf(stderr, "the form compiled by uic lacks its trees\n");
+        return 1;
+    }
+    std::printf("consumer form from uic holds a %s and a %s\n", ui.wgtDeviceTree->metaObject()->className(),
+                ui.wgtTreeWidget->metaObject()->className());
     std::printf("consumer page shows a device tree with %d channel(s) on Qt %s (built with %s)\n",
                 int(qvecChannels.size()), qVersion(), QT_VERSION_STR);
     return 0;
