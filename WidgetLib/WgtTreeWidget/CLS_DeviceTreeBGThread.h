@@ -22,64 +22,90 @@
 #include <string>
 #include <utility>
 
+/// Polls the channel states of the device layer for one CLS_WgtDeviceTree and reports the changes.
+///
+/// Made, connected and started by its tree after the tree's first successful build, and stopped and
+/// deleted by the tree's destructor. The worker (run()) emits SignChannelStatusChanged(), which
+/// reaches the tree's UpdateAllChannelsStatus() queued on the GUI thread; the tree's
+/// SignChannelStatusUpdate() reaches SlotChannelStatusChanged(). The object itself lives on the GUI
+/// thread; only run() and the calls it makes execute on the worker.
 class CLS_DeviceTreeBGThread : public QThread
 {
     Q_OBJECT
 
 public:
-    // The owning tree is the parent.
+    /// Creates the thread in state 0 (created) with an empty cache; the operating-system thread is
+    /// not started. @p parent is the owning tree, which deletes the object. GUI thread.
     explicit CLS_DeviceTreeBGThread(QObject* parent = nullptr);
-    // If the thread runs: state 3, then waits with no time limit until run() has returned, which is
-    // at worst the rest of a pass plus one tick of the wait.
+    /// If the thread runs: sets state 3, wakes its sleeps, then waits with no time limit until run()
+    /// has returned, which is at worst the rest of a pass plus one tick of the wait. Empties the cache.
+    /// GUI thread.
     ~CLS_DeviceTreeBGThread() override;
 
-    // State 1 and an empty cache; 0, or -1 when the state already was 1 (the cache is then kept).
-    // Does not start the operating-system thread: QThread::start() does.
+    /// Sets state 1 (running), clears a pending stop request and empties the cache.
+    /// @return 0, or -1 when the state already was 1 (nothing changes; the cache is kept).
+    /// Does not start the operating-system thread: QThread::start() does. GUI thread.
     int Start();
-    // State 2; always 0. Ends run() at its next step 1 only, after the wait: there is no resume.
+    /// Sets state 2 (paused). run() ends at its next step 1 only, after the current pass and the wait
+    /// that follows it: there is no resume, only Start() and QThread::start() again.
+    /// @return always 0. GUI thread.
     int Pause();
-    // State 3; always 0. Doesn't wait: a sleep of run() (a tick of its wait, or the second before a
-    // retry while the device layer isn't ready) ends at once, and run() returns.
+    /// Sets state 3 (stopped) and returns without waiting. A sleep of run() (a tick of its wait, or the
+    /// second before a retry while the device layer isn't ready) ends at once, and run() returns at its
+    /// next check of the state. @return always 0. GUI thread.
     int Stop();
 
-    // Whether the channel _qstrId is an image channel, asked of its device through the first
-    // channel below the same parent: the device's answer (> 0: image channel), 0 when nothing
-    // answers, -1 when the channel can't be read. Worker thread (from run), or any thread that
-    // doesn't hold the cache lock.
+    /// Whether the channel @p _qstrId is an image channel, asked of its device through the first
+    /// channel below the same parent.
+    /// @return the device's answer (> 0: image channel), 0 when nothing answers (no channels below
+    /// the parent, no device factory, a failed listing), -1 when the channel can't be read (no
+    /// resource tree, unknown or expired resource, not a channel). Worker thread (from run), or any
+    /// thread that doesn't hold the cache lock.
     int IsImageChannel(const QString& _qstrId);
 
-    // Passes of run() that have ended so far, whether they emitted or gave up early; an emission of
-    // a pass is posted before the pass counts. For tests and diagnostics; any thread.
+    /// Passes of run() that have ended so far, whether they emitted or gave up early; the emission of
+    /// a pass is posted before the pass counts. For tests and diagnostics; any thread.
     int PassesDone() const { return m_iPassesDone.load(); }
 
 public slots:
-    // Forgets the cache, so that the next pass reports every channel again. Waits for a pass that
-    // is folding its results into the cache.
+    /// Forgets the cache, so that the next pass reports every channel again, and an empty cache ends
+    /// the worker's current wait at its next tick. Blocks while a pass is folding its results into
+    /// the cache. Connected to the tree's SignChannelStatusUpdate(); GUI thread.
     void SlotChannelStatusChanged();
 
 signals:
-    // QMap<QString,QPair<bool,int>> of the channels new to the cache or changed since. Emitted by
-    // the worker.
+    /// The channels new to the cache or changed since: @p _qvarData holds a
+    /// `QMap<QString, QPair<bool, int>>` of resource id -> (image channel, status). Emitted by the
+    /// worker at the end of a pass, only when something changed.
     void SignChannelStatusChanged(QVariant _qvarData);
 
 protected:
+    /// The worker's loop: while the state is 1, a pass over all channels (see the file comment),
+    /// then a wait of up to 100 ticks of 100 ms, cut short by an empty cache. Returns when the state
+    /// is no longer 1 at the top of the loop, on Stop() or an application that is quitting during the
+    /// wait, or when no application object is found (the state then stays 1). Worker thread.
     void run() override;
 
-    // Sleeps _iMsecs on the worker, or less when Stop (or the destructor) asks the thread to end.
+    /// Sleeps @p _iMsecs milliseconds on the worker, or less when Stop() (or the destructor) asks
+    /// the thread to end; returns at once while such a request stands.
     void SleepUnlessStopped(int _iMsecs);
+    /// Records a stop request and wakes every sleep of SleepUnlessStopped(). Any thread; takes
+    /// m_mtxWake only.
     void WakeForStop();
 
-    // Last reported state per channel: resource id (UTF-8) -> (image channel, status).
+    /// Last reported state per channel: resource id (UTF-8) -> (image channel, status).
     std::map<std::string, std::pair<bool, int>> m_mapChannelStatus;
-    QReadWriteLock m_rwlockChannelStatus; // guards m_mapChannelStatus; non-recursive
-    QReadWriteLock m_rwlockState;         // guards m_iState; non-recursive
-    // 0 created, 1 running, 2 paused, 3 stopped. Set and read under m_rwlockState; atomic only for
-    // the one lock-free read at the top of the loop.
+    QReadWriteLock m_rwlockChannelStatus; ///< Guards m_mapChannelStatus; non-recursive.
+    QReadWriteLock m_rwlockState;         ///< Guards m_iState; non-recursive.
+    /// 0 created, 1 running, 2 paused, 3 stopped. Set and read under m_rwlockState; atomic only for
+    /// the one lock-free read at the top of the loop.
     std::atomic<int> m_iState;
-    std::atomic<int> m_iPassesDone{0}; // PassesDone
-    // Wakes the worker's sleeps for a stop. m_blStopAsked is set by Stop and the destructor and
-    // cleared by Start, under m_mtxWake, which is never held with the two read-write locks.
+    std::atomic<int> m_iPassesDone{0}; ///< Count behind PassesDone(); raised by the worker.
+    /// Guards m_blStopAsked for the worker's sleeps; never held together with the two read-write
+    /// locks.
     std::mutex m_mtxWake;
-    std::condition_variable m_cvWake;
+    std::condition_variable m_cvWake; ///< Wakes the worker's sleeps for a stop; waited on with m_mtxWake.
+    /// Set by Stop() and the destructor and cleared by Start(), under m_mtxWake: a stop request that
+    /// ends every sleep of the worker until the next Start().
     bool m_blStopAsked = false;
 };

@@ -20,44 +20,62 @@ class CLS_WgtBaseTreeWidget;
 class QModelIndex;
 class QTreeWidgetItem;
 
+/// On-line and total counts of the channels below every row of a device tree, kept current.
+///
+/// A channel is a node of type 4; it is on line with status 1. Counting starts with the first
+/// question and is then kept up by the base tree's model signals (rows inserted and removed, a new
+/// record, a reset) and by NoteStatus(): a status change costs the depth of its row, never a walk.
+/// A rebuild of the rows marks the counts stale; the next question or notice counts again in one
+/// walk. Reads the node model and the rows, never writes them. Made and owned by
+/// CLS_DeviceTreeOperatorView. GUI thread only.
 class CLS_DeviceTreeChannelCounts : public QObject
 {
     Q_OBJECT
 
 public:
-    // _pNodes is the device tree's model; it must outlive this object (the device tree owns both).
+    /// Makes stale counts and follows the model of @p _pTree from now on.
+    /// @param _pTree   base tree whose rows are counted; not owned, watched through a QPointer.
+    /// @param _pNodes  the device tree's node model, read by tree id; not owned, must outlive this
+    ///                 object (the device tree owns both).
+    /// @param _pParent QObject parent, normally the operator view.
     CLS_DeviceTreeChannelCounts(CLS_WgtBaseTreeWidget* _pTree,
                                 const QMap<QString, CLS_CustomTreeNode>* _pNodes,
                                 QObject* _pParent = nullptr);
 
-    // What a row is to the counts: not a channel, a channel off line (any status but 1), on line.
+    /// What a row is to the counts: not a channel, a channel off line (any status but 1), on line.
     enum n_ChannelState : int
     {
-        CHANNEL_NONE = -1,
-        CHANNEL_OFFLINE = 0,
-        CHANNEL_ONLINE = 1,
+        CHANNEL_NONE = -1,   ///< not a channel (no node, or a node of another type)
+        CHANNEL_OFFLINE = 0, ///< a channel whose status is not 1
+        CHANNEL_ONLINE = 1,  ///< a channel whose status is 1
     };
 
-    // Channels below the row (not the row itself). False for a row the tree does not hold.
+    /// Channels below the row (not the row itself) into @p _iTotal, those on line into
+    /// @p _iOnline; counts first if the counts are stale.
+    /// @return true; false for a null row or one the tree does not hold (outputs untouched).
     bool CountsOf(QTreeWidgetItem* _pRow, int& _iOnline, int& _iTotal);
-    // The row's own state, read from its node when the row was last counted.
+    /// The row's own state (n_ChannelState), read from its node when the row was last counted or
+    /// noted; CHANNEL_NONE for a row not counted. Counts first if the counts are stale.
     int StateOf(QTreeWidgetItem* _pRow);
 
-    // The node of this tree id may have changed (a status batch wrote its status, a page rewrote
-    // it): its row is read again and the counts above it follow. Nothing for an id without a row.
+    /// The node of this tree id may have changed (a status batch wrote its status, a page rewrote
+    /// it): its row is read again and the counts above it follow. Nothing for an id without a row;
+    /// stale counts are counted again instead.
     void NoteStatus(const QString& _qstrTreeId);
-    // The same with the node's type and status at hand (a status batch): no look-up of the node.
+    /// The same with the node's type and status at hand (a status batch): no look-up of the node,
+    /// and the row is found through the channels already counted.
     void NoteStatus(const QString& _qstrTreeId, int _iType, int _iStatus);
-    // Counts again now if the rows were rebuilt since the last count.
+    /// Counts again now if the rows were rebuilt since the last count (calls the recounted handler).
     void EnsureCounted();
 
-    // Called, after the change, for every row whose own state changed and for every row whose
-    // on-line or off-line count went from none to some or back (the filter follows). Not called for
-    // the rows of a full count: see SetRecountedHandler.
+    /// Called, after the change, for every row whose own state changed and for every row whose
+    /// on-line or off-line count went from none to some or back (the filter follows). Not called for
+    /// the rows of a full count: see SetRecountedHandler. Replaces the previous handler; empty: none.
     void SetRowChangedHandler(std::function<void(QTreeWidgetItem*)> _fnChanged);
-    // Called once for each change of any row's counts (the painted counts follow).
+    /// Called once for each change of any row's counts (the painted counts follow). Replaces the
+    /// previous handler; empty: none.
     void SetCountsMovedHandler(std::function<void()> _fnMoved);
-    // Called after a full count of all rows.
+    /// Called after a full count of all rows. Replaces the previous handler; empty: none.
     void SetRecountedHandler(std::function<void()> _fnRecounted);
 
 private:

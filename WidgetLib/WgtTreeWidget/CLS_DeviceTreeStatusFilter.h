@@ -14,24 +14,42 @@ class CLS_DeviceTreeChannelCounts;
 class CLS_WgtBaseTreeWidget;
 class QTreeWidgetItem;
 
+/// The status filter of a device tree: only on-line or only off-line channels, with the rows that
+/// lead to them.
+///
+/// A channel row shows when its state matches, any other row while it has a matching channel below
+/// it, the root row always. Rows are hidden with their own hidden flag, on top of what the tree's
+/// own narrowing (SetShowItemById, SetShowItemByName) hides: the filter never shows a row the
+/// narrowing hid. Follows CLS_DeviceTreeChannelCounts row by row, so a status batch touches only the
+/// rows whose verdict it changes. Made and owned by CLS_DeviceTreeOperatorView. GUI thread only.
 class CLS_DeviceTreeStatusFilter : public QObject
 {
     Q_OBJECT
 
 public:
-    // Both must outlive this object (the device tree owns all three).
+    /// Makes a filter that shows all rows, notes the rows hidden now as the tree's own, and follows
+    /// the tree's narrowing (SignKeepListApplied) and rebuilds from now on.
+    /// @param _pTree   base tree whose rows are hidden; not owned, watched through a QPointer.
+    /// @param _pCounts counts the filter reads; not owned, must outlive this object (the device
+    ///                 tree owns all three).
+    /// @param _pParent QObject parent, normally the operator view.
     CLS_DeviceTreeStatusFilter(CLS_WgtBaseTreeWidget* _pTree, CLS_DeviceTreeChannelCounts* _pCounts,
                                QObject* _pParent = nullptr);
 
-    // 0 all, 1 on line only, 2 off line only (n_StatusFilter). -1 for any other value, with no change.
+    /// 0 all, 1 on line only, 2 off line only (n_StatusFilter); a change applies to every row.
+    /// @return 0, or -1 for any other value, with no change.
     int SetFilter(int _iFilter);
+    /// The filter in force: 0, 1 or 2 (0 by default).
     int Filter() const { return m_iFilter; }
 
-    // Whether the filter alone shows the row.
+    /// Whether the filter alone shows the row (the tree's own narrowing not asked). True for a null
+    /// row, the root row, a row the counts do not hold, and any row while the filter is 0.
     bool Shows(QTreeWidgetItem* _pRow);
-    // Applies the filter to one row (a row whose counts or state changed).
+    /// Applies the filter to one row (a row whose counts or state changed); nothing for a null row
+    /// or one taken out of the tree.
     void ApplyRow(QTreeWidgetItem* _pRow);
-    // Applies the filter to every row (a switch, a rebuild).
+    /// Applies the filter to every row (a switch, a rebuild), counting first if needed; with the
+    /// filter at 0 only the rows it hid are shown again.
     void ApplyAll();
 
 private:

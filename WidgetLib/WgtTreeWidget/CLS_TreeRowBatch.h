@@ -12,16 +12,28 @@
 
 class CLS_WgtBaseTreeWidget;
 
+/// A scope in which a CLS_WgtBaseTreeWidget changes many rows at once: the constructor calls
+/// CLS_WgtBaseTreeWidget::BeginRowBatch, the destructor CLS_WgtBaseTreeWidget::EndRowBatch. Keep it
+/// on the stack of the GUI thread; it does not own the tree and follows it with a guarded pointer.
+///
+///     CLS_TreeRowBatch batch(pTree);
+///     for (const CLS_TreeItem& clsItem : qvecItems)
+///         pTree->UpdateItem(clsItem);
 class CLS_TreeRowBatch
 {
 public:
-    // _blLayoutOnce: the rows are laid out once at the end instead of after each change. A batch
-    // that changes no row's place or height (check states) passes false: the view then keeps its
-    // layout, and each change costs the view what it costs without a batch.
+    /// Opens a batch on _pTree (nothing for a null tree). _blLayoutOnce: the rows are laid out once
+    /// at the end instead of after each change. A batch that changes no row's place or height
+    /// (check states) passes false: the view then keeps its layout, and each change costs the view
+    /// what it costs without a batch.
     explicit CLS_TreeRowBatch(CLS_WgtBaseTreeWidget* _pTree, bool _blLayoutOnce = true);
+    /// Closes the batch; the outermost one sizes the columns, lays out and repaints the tree once.
+    /// Nothing happens when the tree was null or has been destroyed meanwhile.
     ~CLS_TreeRowBatch();
 
+    /// Not copyable: each batch is closed exactly once.
     CLS_TreeRowBatch(const CLS_TreeRowBatch&) = delete;
+    /// Not assignable.
     CLS_TreeRowBatch& operator=(const CLS_TreeRowBatch&) = delete;
 
 private:
