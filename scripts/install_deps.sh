@@ -6,10 +6,11 @@ set -euo pipefail
 # Both Qt majors: the library builds against Qt 5.15 and Qt 6 (Debian's Qt 6 wants the OpenGL
 # headers for QtGui; its tools packages carry the Linguist tools). The Designer plugin and its
 # tests want Qt's designer interface and QUiLoader: qttools5-dev for Qt 5; for Qt 6 qt6-tools-dev,
-# whose QUiLoader needs the OpenGL widgets module (libqt6opengl6-dev).
+# whose QUiLoader needs the OpenGL widgets module (libqt6opengl6-dev). The API reference wants
+# doxygen and qhelpgenerator; the package test dpkg-deb and dpkg-architecture (dpkg-dev).
 packages=(build-essential cmake qtbase5-dev qtbase5-dev-tools qttools5-dev-tools qttools5-dev
           qt6-base-dev qt6-base-dev-tools libgl-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
-          libqt6opengl6-dev
+          libqt6opengl6-dev doxygen qhelpgenerator-qt5 dpkg-dev
           clang-format clang libclang-rt-14-dev ccache)
 missing=()
 for p in "${packages[@]}"; do
