@@ -7,10 +7,13 @@ set -euo pipefail
 # headers for QtGui; its tools packages carry the Linguist tools). The Designer plugin and its
 # tests want Qt's designer interface and QUiLoader: qttools5-dev for Qt 5; for Qt 6 qt6-tools-dev,
 # whose QUiLoader needs the OpenGL widgets module (libqt6opengl6-dev). The API reference wants
-# doxygen and qhelpgenerator; the package test dpkg-deb and dpkg-architecture (dpkg-dev).
+# doxygen and qhelpgenerator; the package test dpkg-deb and dpkg-architecture (dpkg-dev). The walk
+# through the accessibility bus wants a virtual display, a session bus, the accessibility bus and
+# registry, and Python's pyatspi (the system python3).
 packages=(build-essential cmake qtbase5-dev qtbase5-dev-tools qttools5-dev-tools qttools5-dev
           qt6-base-dev qt6-base-dev-tools libgl-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools
           libqt6opengl6-dev doxygen qhelpgenerator-qt5 dpkg-dev
+          xvfb dbus dbus-bin dbus-daemon at-spi2-core python3 python3-pyatspi
           clang-format clang libclang-rt-14-dev ccache)
 missing=()
 for p in "${packages[@]}"; do

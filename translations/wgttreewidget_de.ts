@@ -94,4 +94,150 @@
         <translation>Braun</translation>
     </message>
 </context>
+<context>
+    <name>CLS_TreeAccessibility</name>
+    <message>
+        <source>acc_tree_desc</source>
+        <translation>Pfeiltasten wechseln die Zeile. Strg+Rechts wechselt zu den Schaltflächen der aktuellen Zeile, Escape zurück zur Zeile.</translation>
+    </message>
+    <message>
+        <source>acc_header_name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>acc_header_buttons</source>
+        <translation>Schaltflächen</translation>
+    </message>
+    <message>
+        <source>acc_buttons_name</source>
+        <translation>Schaltflächen: %1</translation>
+    </message>
+    <message>
+        <source>acc_no_buttons</source>
+        <translation>Keine Schaltflächen</translation>
+    </message>
+    <message>
+        <source>acc_buttons_desc</source>
+        <translation>Strg+Rechts auf der Zeile wechselt zu diesen Schaltflächen, Escape zurück.</translation>
+    </message>
+    <message>
+        <source>acc_row_branch</source>
+        <translation>Gruppe, %1 Zeilen</translation>
+    </message>
+    <message>
+        <source>acc_part_checked</source>
+        <translation>teilweise ausgewählt</translation>
+    </message>
+    <message>
+        <source>acc_words_part_checked</source>
+        <translation>%1, teilweise ausgewählt</translation>
+    </message>
+</context>
+<context>
+    <name>CLS_DeviceTreeAccessible</name>
+    <message>
+        <source>acc_separator</source>
+        <translation>, </translation>
+    </message>
+    <message>
+        <source>acc_counts</source>
+        <translation>%1 von %2 Kanälen online</translation>
+    </message>
+    <message>
+        <source>acc_state_online</source>
+        <translation>online</translation>
+    </message>
+    <message>
+        <source>acc_state_offline</source>
+        <translation>offline</translation>
+    </message>
+    <message>
+        <source>acc_state_no_video</source>
+        <translation>kein Video</translation>
+    </message>
+    <message>
+        <source>acc_state_fault</source>
+        <translation>Störung</translation>
+    </message>
+    <message>
+        <source>acc_kind_group</source>
+        <translation>Gruppe</translation>
+    </message>
+    <message>
+        <source>acc_kind_host</source>
+        <translation>Rekorder</translation>
+    </message>
+    <message>
+        <source>acc_kind_channel</source>
+        <translation>Kanal</translation>
+    </message>
+    <message>
+        <source>acc_kind_alarm_in</source>
+        <translation>Alarmeingang</translation>
+    </message>
+    <message>
+        <source>acc_kind_alarm_out</source>
+        <translation>Alarmausgang</translation>
+    </message>
+    <message>
+        <source>acc_kind_middleware</source>
+        <translation>Middleware-Host</translation>
+    </message>
+    <message>
+        <source>acc_kind_matrix</source>
+        <translation>Matrix</translation>
+    </message>
+    <message>
+        <source>acc_kind_matrix_in</source>
+        <translation>Matrixeingang</translation>
+    </message>
+    <message>
+        <source>acc_kind_matrix_out</source>
+        <translation>Matrixausgang</translation>
+    </message>
+    <message>
+        <source>acc_kind_map</source>
+        <translation>Karte</translation>
+    </message>
+    <message>
+        <source>acc_kind_decoder</source>
+        <translation>Decoder</translation>
+    </message>
+    <message>
+        <source>acc_kind_decoder_out</source>
+        <translation>Decoderausgang</translation>
+    </message>
+    <message>
+        <source>acc_kind_decoder_area</source>
+        <translation>Bereich eines Decoderausgangs</translation>
+    </message>
+    <message>
+        <source>acc_kind_screen_out</source>
+        <translation>Bildschirmausgang</translation>
+    </message>
+    <message>
+        <source>acc_kind_decoder_in</source>
+        <translation>Decodereingang</translation>
+    </message>
+    <message>
+        <source>acc_kind_tv_wall</source>
+        <translation>Videowand-Layout</translation>
+    </message>
+    <message>
+        <source>acc_kind_plan_group</source>
+        <translation>Plangruppe</translation>
+    </message>
+    <message>
+        <source>acc_kind_plan</source>
+        <translation>Plan</translation>
+    </message>
+    <message>
+        <source>acc_kind_door_server</source>
+        <translation>Türserver</translation>
+    </message>
+    <message>
+        <source>acc_kind_resource</source>
+        <translation>Ressource</translation>
+    </message>
+</context>
 </TS>

@@ -161,6 +161,7 @@ CLS_WgtDeviceTree::CLS_WgtDeviceTree(QWidget* parent, n_DevTreeType _iTreeType, 
     m_pOperatorView = new CLS_DeviceTreeOperatorView(PanelTree(), &m_qmapNodes, this);
     m_pWordSearch = new CLS_DeviceTreeWordSearch(m_pTreePanel, &m_qmapNodes, this);
     m_pMultiSelect = new CLS_DeviceTreeMultiSelect(PanelTree(), &m_qmapNodes, this);
+    m_pAccessible = new CLS_DeviceTreeAccessible(m_pTreePanel, &m_qmapNodes, this);
     LoadPicPath();
     qRegisterMetaType<CLS_CustomTreeNode>("CLS_CustomTreeNode");
     ConnectSignals();

@@ -5,6 +5,7 @@
 // through the panel. GUI thread, except Init, which may be called from any thread (rows are made on
 // the widget's thread in SlotInit).
 
+#include "CLS_DeviceTreeAccessible.h"
 #include "CLS_DeviceTreeDragData.h"
 #include "CLS_DeviceTreeMultiSelect.h"
 #include "CLS_DeviceTreeOperatorView.h"
@@ -387,6 +388,9 @@ public:
     void SetSearchShowsPath(bool _blShow) { m_pWordSearch->SetSearchShowsPath(_blShow); }
     /// Whether search results show the path (SetSearchShowsPath()).
     bool GetSearchShowsPath() const { return m_pWordSearch->GetSearchShowsPath(); }
+    /// The name assistive technology gives the tree from now on; an empty name goes back to the
+    /// default, the panel's window title ("Resource tree" in English, translated). GUI thread.
+    void SetAccessibleTreeName(const QString& _qstrName) { m_pAccessible->SetTreeName(_qstrName); }
     /// On: Ctrl and Shift extend the selection; SignSelected and GetCurrentItem stay with the current
     /// row. Off: single selection, and only the current row stays selected. GUI thread.
     void SetMultiSelect(bool _blOn) { m_pMultiSelect->SetMultiSelect(_blOn); }
@@ -616,6 +620,7 @@ private:
     // Search by words and paths; several rows selected and dragged out. Children of this widget.
     CLS_DeviceTreeWordSearch* m_pWordSearch = nullptr;
     CLS_DeviceTreeMultiSelect* m_pMultiSelect = nullptr;
+    CLS_DeviceTreeAccessible* m_pAccessible = nullptr; ///< The rows in words for readers (a child).
 
     // Clears that an Init on a foreign thread has queued and whose model part it has already done.
     QAtomicInt m_iQueuedRowClears;

@@ -1,6 +1,7 @@
 #include "CLS_WgtTreeWidget.h"
 
 #include "CLS_LineEdit.h"
+#include "CLS_TreeAccessibility.h"
 #include "CLS_ViewBasic.h"
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtTranslator.h"
@@ -52,6 +53,7 @@ CLS_WgtTreeWidget::CLS_WgtTreeWidget(QWidget* parent, bool _blCheck, bool _blDra
     InitView();
     ConnectSignals();
     TranslateAccessibleTexts();
+    m_pAccessibility = new CLS_TreeAccessibility(this, m_pBaseTree);
     LoadStyle();
 
     if (I_AppSignals* pAppSignals = AppSignals())
@@ -183,6 +185,12 @@ void CLS_WgtTreeWidget::ConnectSignals()
         m_pBaseTree->installEventFilter(this); // Ctrl+F
 }
 
+void CLS_WgtTreeWidget::SetAccessibleTreeName(const QString& _qstrName)
+{
+    if (m_pAccessibility != nullptr)
+        m_pAccessibility->SetTreeName(_qstrName);
+}
+
 void CLS_WgtTreeWidget::TranslateAccessibleTexts()
 {
     m_pUi->qlineedtQueryInput->setAccessibleName(tr("acc_search_input"));
@@ -263,7 +271,10 @@ bool CLS_WgtTreeWidget::LineKeyPressed(int _iKey)
     case Qt::Key_Down:
         if (pList->isHidden() || pList->count() == 0)
             return false;
-        pList->setFocus(Qt::TabFocusReason);
+        // The focus first, then the row: a reader hears the list, then its first result. Taken for
+        // any other reason than the mouse's, the focus would make the first row current inside the
+        // focus change itself, and the result would be heard ahead of the list.
+        pList->setFocus(Qt::MouseFocusReason);
         pList->setCurrentRow(0);
         return true;
     case Qt::Key_Escape: {
@@ -310,8 +321,11 @@ void CLS_WgtTreeWidget::ActivateResult(QListWidgetItem* _pItem)
     // would make its first row current on its own.
     m_pUi->qlineedtQueryInput->setFocus(Qt::OtherFocusReason);
     on_qlistWgtQueryResult_itemDoubleClicked(_pItem);
-    if (blRow && m_pBaseTree != nullptr)
+    if (blRow && m_pBaseTree != nullptr) {
         m_pBaseTree->setFocus(Qt::OtherFocusReason);
+        if (m_pAccessibility != nullptr)
+            m_pAccessibility->AnnounceCurrentRow(); // the row is what a reader hears last
+    }
 }
 
 int CLS_WgtTreeWidget::LoadStyle()

@@ -14,6 +14,7 @@
 
 #include <functional>
 
+class CLS_TreeAccessibility;
 class CLS_ViewBasic;
 class CLS_WgtBaseTreeWidget;
 class QEvent;
@@ -101,6 +102,12 @@ public:
     /// comes back as SignTreeMenuItemClicked. Does nothing in a panel made without @c _blMenu or when
     /// the menu library is missing; whether the call blocks until the menu closes is the menu's affair.
     void ShowMenu(const QList<_MenuItem>& _qlstItems);
+
+    /// The name assistive technology gives the tree from now on; an empty name goes back to the
+    /// default, the panel's window title ("Resource tree" in English, translated).
+    void SetAccessibleTreeName(const QString& _qstrName);
+    /// What assistive technology finds in the tree (CLS_TreeAccessibility); owned by the base tree.
+    CLS_TreeAccessibility* GetAccessibility() const { return m_pAccessibility; }
 
     /// The base tree, a child of the panel (the panel owns it). Not null after the constructor.
     CLS_WgtBaseTreeWidget* GetBaseTree() const { return m_pBaseTree; }
@@ -260,6 +267,7 @@ protected:
     /// The context menu view, or null. Not owned, not parented: it belongs to the menu library.
     CLS_ViewBasic* m_pMenu = nullptr;
     SearchFunction m_fnSearch; ///< The owner's search (SetSearchFunction); empty for the search by name.
+    CLS_TreeAccessibility* m_pAccessibility = nullptr; ///< Names and keys for readers; a child of the tree.
 
 private:
     void CreateMenu();

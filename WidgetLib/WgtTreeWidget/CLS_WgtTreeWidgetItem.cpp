@@ -1,5 +1,6 @@
 #include "CLS_WgtTreeWidgetItem.h"
 
+#include "CLS_TreeAccessibility.h"
 #include "CLS_TreeRowBatch.h"
 #include "CLS_WgtBaseTreeWidget.h"
 
@@ -36,4 +37,12 @@ void CLS_WgtTreeWidgetItem::setData(int _iColumn, int _iRole, const QVariant& _v
     // Read again: Qt may derive something other than what was asked for.
     const int iState = data(0, Qt::CheckStateRole).toInt();
     emit SignCheckStateChanged(this, iState != Qt::Unchecked);
+}
+
+QVariant CLS_WgtTreeWidgetItem::data(int _iColumn, int _iRole) const
+{
+    QVariant varValue = QTreeWidgetItem::data(_iColumn, _iRole);
+    if ((_iRole == Qt::AccessibleTextRole || _iRole == Qt::AccessibleDescriptionRole) && !varValue.isValid())
+        varValue = CLS_TreeAccessibility::RowData(this, _iColumn, _iRole);
+    return varValue;
 }

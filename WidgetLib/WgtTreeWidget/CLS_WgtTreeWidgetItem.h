@@ -26,6 +26,10 @@ public:
     /// children (so theirs come first). A row with children does this inside a CLS_TreeRowBatch of
     /// its tree that keeps the layout. Every other column and role goes straight to QTreeWidgetItem.
     void setData(int _iColumn, int _iRole, const QVariant& _varValue) override;
+    /// As QTreeWidgetItem::data; a reader's roles (Qt::AccessibleTextRole and
+    /// Qt::AccessibleDescriptionRole) that the row has no value of are answered by the tree's
+    /// CLS_TreeAccessibility, in words made when asked.
+    QVariant data(int _iColumn, int _iRole) const override;
 
 signals:
     /// The check state of _pItem (this row) changed; _blChecked is true for checked and partially

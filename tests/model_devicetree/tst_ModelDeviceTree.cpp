@@ -266,6 +266,7 @@ enum n_Op
     OP_WORD_SEARCH,
     OP_SELECTED_NODES,
     OP_DRAG_DATA,
+    OP_ACCESSIBLE,
 };
 
 struct STRCT_Step
@@ -483,6 +484,9 @@ QString Describe(const STRCT_Step& _step)
     case OP_DRAG_DATA:
         return QString("ReadDragData(CreateDragData({%1}))")
             .arg(QStringList(_step.m_qvecIds.toList()).join(","));
+    case OP_ACCESSIBLE:
+        return QString("SetAccessibleTreeName(\"%1\"), the words of {%2}")
+            .arg(_step.m_qstrA, QStringList(_step.m_qvecIds.toList()).join(","));
     }
     return "?";
 }
@@ -810,8 +814,11 @@ public:
         if (iRoll < 880) {
             // Finding and taking rows: the search by words with paths, the selected nodes, the
             // drag payload.
-            const int iKind = Pick(3);
-            step.m_iOp = iKind == 0 ? OP_WORD_SEARCH : iKind == 1 ? OP_SELECTED_NODES : OP_DRAG_DATA;
+            const int iKind = Pick(4);
+            step.m_iOp = iKind == 0   ? OP_WORD_SEARCH
+                         : iKind == 1 ? OP_SELECTED_NODES
+                         : iKind == 2 ? OP_DRAG_DATA
+                                      : OP_ACCESSIBLE;
             step.m_iA = One<int>({0, 1, 1, 2});
             step.m_blA = Chance(60);
             step.m_qstrA = One<QString>({"a", "b", "c", "r", "s", "x", "a x", "x a", "c c", "all", "z", " ",
@@ -2393,6 +2400,8 @@ private:
             ApplyOperatorView(_step, iTree, iModel, qlstExtraTree, qlstExtraModel);
         if (_step.m_iOp == OP_WORD_SEARCH || _step.m_iOp == OP_SELECTED_NODES || _step.m_iOp == OP_DRAG_DATA)
             ApplyFindAndTake(_step, qlstExtraTree, qlstExtraModel);
+        if (_step.m_iOp == OP_ACCESSIBLE)
+            ApplyAccessible(_step, qlstExtraTree, qlstExtraModel);
         _qstrResults = QString("result tree %1 model %2").arg(iTree).arg(iModel);
         m_bResultsDiffer = iTree != iModel;
         m_qlstExtraTree = qlstExtraTree;
@@ -2743,6 +2752,30 @@ private:
             _iModel = -1;
         } else {
             m_pTree->SetKeepViewState(_step.m_blA);
+        }
+    }
+
+    // What a reader hears: the tree's name, and the words of rows, made from the model's node as it
+    // is now (kind and state; the counts, when shown, follow them).
+    void ApplyAccessible(const STRCT_Step& _step, QStringList& _qlstExtraTree, QStringList& _qlstExtraModel)
+    {
+        if (m_pTree == nullptr)
+            return;
+        m_pTree->SetAccessibleTreeName(_step.m_qstrA.trimmed() == "a" ? QString() : _step.m_qstrA);
+        _qlstExtraTree << "name " + BaseOf(*m_pTree)->accessibleName();
+        _qlstExtraModel << "name " + (_step.m_qstrA.trimmed() == "a" ? PanelOf(*m_pTree)->windowTitle()
+                                                                     : _step.m_qstrA);
+        for (const QString& qstrId : _step.m_qvecIds) {
+            QTreeWidgetItem* pRow = BaseOf(*m_pTree)->GetNodeById(qstrId);
+            if (pRow == nullptr || m_pModel == nullptr || !m_pModel->m_qmapNodes.contains(qstrId))
+                continue;
+            const QString qstrWords = pRow->data(0, Qt::AccessibleDescriptionRole).toString();
+            const CLS_CustomTreeNode& node = m_pModel->m_qmapNodes[qstrId];
+            const QString qstrState = CLS_DeviceTreeAccessible::StateText(node);
+            const QString qstrExpected = CLS_DeviceTreeAccessible::KindText(node) +
+                                         (qstrState.isEmpty() ? QString() : ", " + qstrState);
+            _qlstExtraTree << qstrId + ": " + qstrWords.left(qstrExpected.size());
+            _qlstExtraModel << qstrId + ": " + qstrExpected;
         }
     }
 
