@@ -124,7 +124,8 @@ QString CLS_TreeAccessibility::RowDescription(const QTreeWidgetItem* _pRow) cons
     QString qstrWords = m_fnDescribe ? m_fnDescribe(_pRow) : DefaultRowDescription(_pRow);
     // Qt's cells report no mixed check state to a reader: the words say it.
     if ((_pRow->flags() & Qt::ItemIsUserCheckable) && _pRow->checkState(0) == Qt::PartiallyChecked)
-        qstrWords = qstrWords.isEmpty() ? tr("acc_part_checked") : tr("acc_words_part_checked").arg(qstrWords);
+        qstrWords =
+            qstrWords.isEmpty() ? tr("acc_part_checked") : tr("acc_words_part_checked").arg(qstrWords);
     return qstrWords;
 }
 
