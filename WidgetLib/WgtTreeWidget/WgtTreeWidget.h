@@ -24,6 +24,7 @@
 #include "STRCT_DevResult.h"
 
 #include "CLS_ChannelCountsDelegate.h"
+#include "CLS_DeviceTreeAccessible.h"
 #include "CLS_DeviceTreeBGThread.h"
 #include "CLS_DeviceTreeChannelCounts.h"
 #include "CLS_DeviceTreeDragData.h"
@@ -34,6 +35,7 @@
 #include "CLS_DeviceTreeWordSearch.h"
 #include "CLS_LineEdit.h"
 #include "CLS_SearchResultDelegate.h"
+#include "CLS_TreeAccessibility.h"
 #include "CLS_TreeRowBatch.h"
 #include "CLS_WgtBaseTreeWidget.h"
 #include "CLS_WgtDeviceTree.h"

@@ -114,6 +114,21 @@ private slots:
         QCOMPARE(Words(tree, "h1"), QString("Recorder, on line, 1 of 2 channels on line"));
     }
 
+    void shouldSayThatARowIsPartlyChecked()
+    {
+        // Qt's cells report no mixed check state to a reader: the words do.
+        CLS_TestDeviceTree tree(nullptr, DEV_TREE_RESOURCE, false, true);
+        QVERIFY(BuildResource(tree));
+        tree.SetItemCheckStatus("c1", Qt::Checked);
+        QCOMPARE(CheckOf(tree, "h1"), Qt::PartiallyChecked);
+        QCOMPARE(Words(tree, "h1"), QString("Recorder, on line, partly checked"));
+        QCOMPARE(Words(tree, "c1"), QString("Channel, on line")); // checked: Qt says so itself
+        tree.SetItemCheckStatus("c2", Qt::Checked);
+        tree.SetItemCheckStatus("a1", Qt::Checked);
+        QCOMPARE(CheckOf(tree, "h1"), Qt::Checked);
+        QCOMPARE(Words(tree, "h1"), QString("Recorder, on line"));
+    }
+
     void shouldSayTheGroupsOfACustomTree()
     {
         CLS_TestDeviceTree tree(nullptr, DEV_TREE_CUSTOM);
