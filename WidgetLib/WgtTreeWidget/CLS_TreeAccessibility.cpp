@@ -284,6 +284,21 @@ void CLS_TreeAccessibility::RestoreStack()
     m_iStackPageBefore = -1;
 }
 
+void CLS_TreeAccessibility::MarkFocus(QToolButton* _pButton, bool _blFocused)
+{
+    if (m_pMarked != nullptr) {
+        m_pMarked->setStyleSheet(m_qstrSheetBefore);
+        m_pMarked = nullptr;
+    }
+    if (!_blFocused || BarButtons(_pButton).isEmpty())
+        return;
+    m_pMarked = _pButton;
+    m_qstrSheetBefore = _pButton->styleSheet();
+    _pButton->setStyleSheet(
+        m_qstrSheetBefore +
+        QStringLiteral("\nQToolButton { border: 2px solid palette(highlight); border-radius: 3px; }"));
+}
+
 bool CLS_TreeAccessibility::eventFilter(QObject* _pWatched, QEvent* _pEvent)
 {
     const QEvent::Type iType = _pEvent->type();
@@ -301,7 +316,10 @@ bool CLS_TreeAccessibility::eventFilter(QObject* _pWatched, QEvent* _pEvent)
         if (iType == QEvent::KeyPress) {
             if (ButtonKeyPressed(pButton, static_cast<QKeyEvent*>(_pEvent)))
                 return true;
+        } else if (iType == QEvent::FocusIn) {
+            MarkFocus(pButton, true);
         } else if (iType == QEvent::FocusOut) {
+            MarkFocus(pButton, false);
             // Leaving the bar for anything but another of its buttons puts its page back.
             const QList<QToolButton*> qlstButtons = BarButtons(pButton);
             if (!qlstButtons.contains(qobject_cast<QToolButton*>(QApplication::focusWidget())))

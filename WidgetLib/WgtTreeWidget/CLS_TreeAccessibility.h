@@ -37,7 +37,8 @@ class QWidget;
 /// - Ctrl+Right in the tree moves the focus to the first button of the current row's bar (an
 ///   on-demand bar is made for it); Left and Right move between the buttons, Return, Enter and
 ///   Space press one (SignClickButton goes out as for a click), Escape or Ctrl+Left go back to the
-///   row. On a row without buttons the key is left to the tree.
+///   row. The button with the focus is framed in the highlight colour. On a row without buttons the
+///   key is left to the tree.
 ///
 /// Nothing here changes a row's texts, flags or the tree's signals. Made and owned by the panel
 /// (a child of the base tree). GUI thread only.
@@ -100,6 +101,9 @@ private:
     // The buttons of the bar in the tree that holds @p _pButton, in order; empty if it is not one.
     QList<QToolButton*> BarButtons(const QToolButton* _pButton) const;
     void RestoreStack();
+    // A bar button with the keyboard focus gets a frame in the highlight colour (the skins draw no
+    // focus on row buttons); the frame goes with the focus.
+    void MarkFocus(QToolButton* _pButton, bool _blFocused);
 
     QPointer<QWidget> m_pPanel;
     QPointer<CLS_WgtBaseTreeWidget> m_pTree;
@@ -108,4 +112,6 @@ private:
     // The bar stack whose page was switched to the buttons for the keyboard, and its page before.
     QPointer<QStackedWidget> m_pShownStack;
     int m_iStackPageBefore = -1;
+    QPointer<QToolButton> m_pMarked; // the button with the focus frame, and its own sheet before
+    QString m_qstrSheetBefore;
 };

@@ -325,8 +325,14 @@ void tst_TreeAccessibility::shouldMoveFocusIntoTheRowBarAndBackWithTheKeyboard()
     auto* pBar = qobject_cast<CLS_WgtItemToolBar*>(QApplication::focusWidget()->parentWidget());
     QVERIFY(pBar != nullptr);
     QCOMPARE(pTree->GetItemButtons(pTree->GetNodeById("cam1"))->isAncestorOf(pBar), true);
+    // The button with the focus is framed, for those who see the screen; the frame follows the focus.
+    auto* pPlay = qobject_cast<QToolButton*>(QApplication::focusWidget());
+    QVERIFY(pPlay->styleSheet().contains("palette(highlight)"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
     QTRY_COMPARE(FocusText(), QString("QToolButton:Record"));
+    auto* pRecord = qobject_cast<QToolButton*>(QApplication::focusWidget());
+    QCOMPARE(pPlay->styleSheet(), QString());
+    QVERIFY(pRecord->styleSheet().contains("palette(highlight)"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right); // the last stays
     QCOMPARE(FocusText(), QString("QToolButton:Record"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
@@ -334,6 +340,7 @@ void tst_TreeAccessibility::shouldMoveFocusIntoTheRowBarAndBackWithTheKeyboard()
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
     QTRY_VERIFY(pTree->hasFocus());
     QCOMPARE(pTree->currentItem(), pTree->GetNodeById("cam1"));
+    QCOMPARE(pPlay->styleSheet() + pRecord->styleSheet(), QString());
     // Ctrl+Left goes back as well.
     QTest::keyClick(pTree, Qt::Key_Right, Qt::ControlModifier);
     QTRY_COMPARE(FocusText(), QString("QToolButton:Play"));
