@@ -35,15 +35,7 @@ public:
 namespace {
 
 using CLS_TreeTestUtil::MakeItem;
-
-CLS_ItemButton Button(const QString& _qstrId, const QString& _qstrText, const QString& _qstrTip)
-{
-    CLS_ItemButton clsButton;
-    clsButton.m_qstrId = _qstrId;
-    clsButton.m_qstrText = _qstrText;
-    clsButton.m_qstrTooltip = _qstrTip;
-    return clsButton;
-}
+using CLS_TreeTestUtil::MakeNamedButton;
 
 // "site" (Site) with "cam0" .. "cam2" (two buttons each, "Play" and an icon-only "Record"), "door"
 // (no buttons, tool tip "tip door") and "spare" (tool tip equal to its text).
@@ -53,8 +45,8 @@ QMap<QString, CLS_TreeItem> SiteRows(int _iCameras = 3)
     qmapItems.insert("site", MakeItem("site", QString(), 0, "Site"));
     for (int i = 0; i < _iCameras; ++i) {
         CLS_TreeItem clsItem = MakeItem(QString("cam%1").arg(i), "site", i, QString("Camera %1").arg(i));
-        clsItem.m_qvecButtons = {Button("play", "Play", "Play live video"),
-                                 Button("record", QString(), "Record")};
+        clsItem.m_qvecButtons = {MakeNamedButton("play", "Play", "Play live video"),
+                                 MakeNamedButton("record", QString(), "Record")};
         qmapItems.insert(clsItem.m_qstrId, clsItem);
     }
     qmapItems.insert("door", MakeItem("door", "site", 10, "Door"));
@@ -154,6 +146,11 @@ private:
     CLS_TestPanel* MakePanel(n_ItemBtnShowType _iShow = ITEM_BTN_SHOW_ALWAYS,
                              n_ToolBarMountType _iMount = TOOLBAR_MOUNT_AUTO, int _iCameras = 3);
 
+    // The panel's search line takes the focus and @p _qstrText; true once the results are shown.
+    bool TypeSearch(const QString& _qstrText);
+    // The row @p _qstrId becomes current and the tree takes the focus; true once it has it.
+    bool FocusRow(const QString& _qstrId);
+
     CLS_TestPanel* m_pPanel = nullptr;
 };
 
@@ -191,6 +188,23 @@ CLS_TestPanel* tst_TreeAccessibility::MakePanel(n_ItemBtnShowType _iShow, n_Tool
     if (!QTest::qWaitForWindowActive(m_pPanel))
         return nullptr;
     return m_pPanel;
+}
+
+bool tst_TreeAccessibility::TypeSearch(const QString& _qstrText)
+{
+    m_pPanel->Line()->setFocus(Qt::MouseFocusReason);
+    if (!QTest::qWaitFor([this]() { return m_pPanel->Line()->hasFocus(); }))
+        return false;
+    QTest::keyClicks(m_pPanel->Line(), _qstrText);
+    return QTest::qWaitFor([this]() { return m_pPanel->List()->isVisible(); });
+}
+
+bool tst_TreeAccessibility::FocusRow(const QString& _qstrId)
+{
+    CLS_WgtBaseTreeWidget* pTree = m_pPanel->m_pBaseTree;
+    pTree->setCurrentItem(pTree->GetNodeById(_qstrId));
+    pTree->setFocus();
+    return QTest::qWaitFor([pTree]() { return pTree->hasFocus(); });
 }
 
 void tst_TreeAccessibility::shouldNameTheTreeAfterThePanelTitleByDefault()
@@ -316,9 +330,7 @@ void tst_TreeAccessibility::shouldMoveFocusIntoTheRowBarAndBackWithTheKeyboard()
 {
     QVERIFY(MakePanel());
     CLS_WgtBaseTreeWidget* pTree = m_pPanel->m_pBaseTree;
-    pTree->setCurrentItem(pTree->GetNodeById("cam1"));
-    pTree->setFocus();
-    QTRY_VERIFY(pTree->hasFocus());
+    QVERIFY(FocusRow("cam1"));
     QTest::keyClick(pTree, Qt::Key_Right, Qt::ControlModifier);
     QTRY_COMPARE(FocusText(), QString("QToolButton:Play"));
     // The bar is the current row's.
@@ -353,9 +365,7 @@ void tst_TreeAccessibility::shouldPressAButtonFromTheKeyboardAsAClick()
     QVERIFY(MakePanel());
     CLS_WgtBaseTreeWidget* pTree = m_pPanel->m_pBaseTree;
     QSignalSpy spyButton(m_pPanel, &CLS_WgtTreeWidget::SignClickButton);
-    pTree->setCurrentItem(pTree->GetNodeById("cam2"));
-    pTree->setFocus();
-    QTRY_VERIFY(pTree->hasFocus());
+    QVERIFY(FocusRow("cam2"));
     QTest::keyClick(pTree, Qt::Key_Right, Qt::ControlModifier);
     QTRY_COMPARE(FocusText(), QString("QToolButton:Play"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
@@ -381,9 +391,7 @@ void tst_TreeAccessibility::shouldMakeAnOnDemandBarWhenAskedFromTheKeyboard()
     CLS_WgtBaseTreeWidget* pTree = m_pPanel->m_pBaseTree;
     QTreeWidgetItem* pRow = pTree->GetNodeById("cam59");
     QCOMPARE(pTree->GetItemButtons(pRow), nullptr);
-    pTree->setCurrentItem(pRow);
-    pTree->setFocus();
-    QTRY_VERIFY(pTree->hasFocus());
+    QVERIFY(FocusRow(pRow->data(0, Qt::UserRole).toString()));
     QTest::keyClick(pTree, Qt::Key_Right, Qt::ControlModifier);
     QVERIFY(pTree->GetItemButtons(pRow) != nullptr);
     QTRY_COMPARE(FocusText(), QString("QToolButton:Play"));
@@ -394,9 +402,7 @@ void tst_TreeAccessibility::shouldShowAHoverBarWhileItsButtonsHaveTheFocus()
     QVERIFY(MakePanel(ITEM_BTN_SHOW_HOVER));
     CLS_WgtBaseTreeWidget* pTree = m_pPanel->m_pBaseTree;
     QTreeWidgetItem* pRow = pTree->GetNodeById("cam0");
-    pTree->setCurrentItem(pRow);
-    pTree->setFocus();
-    QTRY_VERIFY(pTree->hasFocus());
+    QVERIFY(FocusRow(pRow->data(0, Qt::UserRole).toString()));
     auto* pStack = qobject_cast<QStackedWidget*>(pTree->EnsureItemButtons(pRow));
     QVERIFY(pStack != nullptr);
     const int iPageBefore = pStack->currentIndex();
@@ -412,9 +418,7 @@ void tst_TreeAccessibility::shouldLeaveCtrlRightToTheTreeOnARowWithoutButtons()
 {
     QVERIFY(MakePanel());
     CLS_WgtBaseTreeWidget* pTree = m_pPanel->m_pBaseTree;
-    pTree->setCurrentItem(pTree->GetNodeById("door"));
-    pTree->setFocus();
-    QTRY_VERIFY(pTree->hasFocus());
+    QVERIFY(FocusRow("door"));
     QVERIFY(!m_pPanel->GetAccessibility()->EnterRowButtons());
     QTest::keyClick(pTree, Qt::Key_Right, Qt::ControlModifier);
     QTest::qWait(20);
@@ -430,10 +434,7 @@ void tst_TreeAccessibility::shouldLeaveCtrlRightToTheTreeOnARowWithoutButtons()
 void tst_TreeAccessibility::shouldAnnounceTheListBeforeItsFirstResult()
 {
     QVERIFY(MakePanel());
-    m_pPanel->Line()->setFocus(Qt::MouseFocusReason);
-    QTRY_VERIFY(m_pPanel->Line()->hasFocus());
-    QTest::keyClicks(m_pPanel->Line(), "Camera");
-    QTRY_VERIFY(m_pPanel->List()->isVisible());
+    QVERIFY(TypeSearch("Camera"));
     // The first result becomes current after the list has the focus, never while it takes it: a
     // row made current inside the focus change is heard before the list.
     CLS_FocusWatch watch;
@@ -470,10 +471,7 @@ void tst_TreeAccessibility::shouldAnnounceTheListBeforeItsFirstResult()
 void tst_TreeAccessibility::shouldAnnounceTheRowLastAfterReturnOnAResult()
 {
     QVERIFY(MakePanel());
-    m_pPanel->Line()->setFocus(Qt::MouseFocusReason);
-    QTRY_VERIFY(m_pPanel->Line()->hasFocus());
-    QTest::keyClicks(m_pPanel->Line(), "Camera 2");
-    QTRY_VERIFY(m_pPanel->List()->isVisible());
+    QVERIFY(TypeSearch("Camera 2"));
     QTest::keyClick(m_pPanel->Line(), Qt::Key_Down);
     QTRY_VERIFY(m_pPanel->List()->hasFocus());
     QTest::keyClick(m_pPanel->List(), Qt::Key_Return);

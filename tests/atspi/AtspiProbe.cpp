@@ -5,6 +5,8 @@
 // one per line ("Down", "Return", "Escape", "Ctrl+Right", ...), sent to the widget that has the
 // focus, so that the walk needs no input device of the display; "shot FILE" saves the window.
 
+#include "CLS_TestDeviceTree.h"
+#include "CLS_TreeTestUtil.h"
 #include "CLS_WgtDeviceTree.h"
 #include "CLS_WgtTranslator.h"
 
@@ -28,28 +30,14 @@ void Print(const QString& _qstrLine)
     std::fflush(stdout);
 }
 
+// A node of the probe's tree under the name a reader hears.
 CLS_CustomTreeNode Node(const QString& _qstrId, const QString& _qstrParent, int _iType,
                         const QString& _qstrName, int _iSortNo, int _iStatus)
 {
-    CLS_CustomTreeNode node;
-    node.m_qstrTreeId = _qstrId;
-    node.m_qstrDevId = _qstrId.toUpper();
-    node.m_qstrTreeParentId = _qstrParent;
-    node.m_qstrDevParentId = _qstrParent;
+    CLS_CustomTreeNode node =
+        CLS_DevTreeTestUtil::MakeNode(_qstrId, _qstrParent, _iType, _qstrId.toUpper(), _iSortNo, _iStatus);
     node.m_qstrName = _qstrName;
-    node.m_iType = _iType;
-    node.m_iSortNo = _iSortNo;
-    node.m_iStatus = _iStatus;
     return node;
-}
-
-CLS_ItemButton Button(const QString& _qstrId, const QString& _qstrText, const QString& _qstrTip)
-{
-    CLS_ItemButton clsButton;
-    clsButton.m_qstrId = _qstrId;
-    clsButton.m_qstrText = _qstrText;
-    clsButton.m_qstrTooltip = _qstrTip;
-    return clsButton;
 }
 
 // "Ctrl+Right" -> the key event a keyboard would give; false for a line that names no key.
@@ -94,8 +82,8 @@ int main(int argc, char* argv[])
           Node("gate", "yard", 5, "Gate contact", 2, 1)})
         qmapNodes.insert(node.m_qstrTreeId, node);
     QMap<int, QVector<CLS_ItemButton>> qmapButtons;
-    qmapButtons.insert(4,
-                       {Button("play", "Play", "Open the live view"), Button("record", QString(), "Record")});
+    qmapButtons.insert(4, {CLS_TreeTestUtil::MakeNamedButton("play", "Play", "Open the live view"),
+                           CLS_TreeTestUtil::MakeNamedButton("record", QString(), "Record")});
     // Groups, channels and alarm inputs (a custom tree shows groups and channels by default).
     if (wgtTree.Init(qmapNodes, "Site", qmapButtons, {2, 4, 5}) != 0) {
         Print("init failed");

@@ -92,6 +92,15 @@ CLS_ItemButton MakeButton(const QString& _qstrId, bool _blCheckable, bool _blChe
     return clsButton;
 }
 
+CLS_ItemButton MakeNamedButton(const QString& _qstrId, const QString& _qstrText, const QString& _qstrTip)
+{
+    CLS_ItemButton clsButton;
+    clsButton.m_qstrId = _qstrId;
+    clsButton.m_qstrText = _qstrText;
+    clsButton.m_qstrTooltip = _qstrTip;
+    return clsButton;
+}
+
 void Add(QMap<QString, CLS_TreeItem>& _qmapItems, const CLS_TreeItem& _clsItem)
 {
     _qmapItems.insert(_clsItem.m_qstrId, _clsItem);

@@ -22,6 +22,9 @@ CLS_TreeItem MakeItem(const QString& _qstrId, const QString& _qstrParentId, int 
 // A button with text "text <id>" and tool tip "tip <id>".
 CLS_ItemButton MakeButton(const QString& _qstrId, bool _blCheckable = false, bool _blChecked = false);
 
+// A button with the text and tool tip given (either may be empty, as for an icon-only button).
+CLS_ItemButton MakeNamedButton(const QString& _qstrId, const QString& _qstrText, const QString& _qstrTip);
+
 // Adds a record to a map by its id.
 void Add(QMap<QString, CLS_TreeItem>& _qmapItems, const CLS_TreeItem& _clsItem);
 
