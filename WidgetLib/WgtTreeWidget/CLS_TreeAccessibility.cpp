@@ -39,7 +39,7 @@ bool BareKey(const QKeyEvent* _pEvent, Qt::KeyboardModifiers _iWanted = Qt::NoMo
 } // namespace
 
 CLS_TreeAccessibility::CLS_TreeAccessibility(QWidget* _pPanel, CLS_WgtBaseTreeWidget* _pTree)
-    : QObject(_pTree), m_pPanel(_pPanel), m_pTree(_pTree)
+    : QObject(_pTree), m_pPanel(_pPanel), m_pTree(_pTree), m_pTreeWidget(_pTree)
 {
     if (_pPanel != nullptr)
         _pPanel->installEventFilter(this);
@@ -235,7 +235,7 @@ QList<QToolButton*> CLS_TreeAccessibility::BarButtons(const QToolButton* _pButto
 {
     QList<QToolButton*> qlstButtons;
     auto* pBar = _pButton != nullptr ? qobject_cast<CLS_WgtItemToolBar*>(_pButton->parentWidget()) : nullptr;
-    if (pBar == nullptr || m_pTree == nullptr || !m_pTree->isAncestorOf(pBar))
+    if (pBar == nullptr || m_pTreeWidget == nullptr || !m_pTreeWidget->isAncestorOf(pBar))
         return qlstButtons;
     const QList<QAction*> qlstActions = pBar->actions();
     for (QAction* pAction : qlstActions) {
@@ -304,7 +304,7 @@ bool CLS_TreeAccessibility::eventFilter(QObject* _pWatched, QEvent* _pEvent)
     const QEvent::Type iType = _pEvent->type();
     if (_pWatched == m_pPanel && iType == QEvent::WindowTitleChange) {
         ApplyTreeName();
-    } else if (_pWatched == m_pTree) {
+    } else if (_pWatched == m_pTreeWidget) {
         if (iType == QEvent::LanguageChange) {
             TranslateTexts();
         } else if (iType == QEvent::KeyPress) {

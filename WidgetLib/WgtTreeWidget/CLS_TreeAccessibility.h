@@ -107,6 +107,9 @@ private:
 
     QPointer<QWidget> m_pPanel;
     QPointer<CLS_WgtBaseTreeWidget> m_pTree;
+    // The same tree as a plain widget, for what may run while it is destroyed (its bars' buttons are
+    // hidden then, through this object's filter): no cast to the tree's own class there.
+    QPointer<QWidget> m_pTreeWidget;
     QString m_qstrOwnName; // the page's name; empty: the panel's window title
     RowDescriber m_fnDescribe;
     // The bar stack whose page was switched to the buttons for the keyboard, and its page before.
